@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+
+struct ID3D11Device;
+
+// Source names of the device reports; the line beside such a name is the line of the call.
+constexpr const char* kEffectSource = "src/DirectXEffectMgr/Source/DirectXEffect";
+constexpr const char* kFlatInputSource = "src/DirectXEffectMgr/Source/flat_input_dx";
+constexpr const char* kResourcePoolSource = "src/DirectXEffectMgr/Source/resource_pool_dx";
+
+/// Releases a COM object that a raw field owns, and clears the field. A null field is left alone.
+template <typename T>
+void release(T*& field) {
+    if (field != nullptr) {
+        T* const object = field;
+        field = nullptr;
+        object->Release();
+    }
+}
+
+/// Asks the device whether it is still there and logs a failing answer; only reports, nothing
+/// stops or recovers.
+///
+/// @param device  may be null: nothing is asked then
+/// @param source  one of the source names above
+/// @param line    line of the call, `__LINE__`
+void check_device(ID3D11Device* device, const char* source, int32_t line);
