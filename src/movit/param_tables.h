@@ -1,0 +1,78 @@
+#pragma once
+
+/// The one walk over the tables of a registry. The shader text and the bytes of the constant buffer
+/// agree because both are made along it.
+
+#include <string_view>
+
+#include "movit/effect.h"
+
+namespace movit {
+
+/// The type of a parameter as the shader names it.
+enum class ParamType { kInt, kFloat, kVec2, kVec3, kVec4, kMat2, kMat3, kMat4 };
+
+/// Type words, in the order of ParamType.
+constexpr std::string_view kParamTypeWords[] = {"int",  "float", "vec2", "vec3",
+                                                "vec4", "mat2",  "mat3", "mat4"};
+
+/// The word of `type`, such as "vec3".
+constexpr std::string_view type_word(ParamType type) {
+    return kParamTypeWords[static_cast<size_t>(type)];
+}
+
+/// The number of elements of an array parameter: that of its first pass, the low 32 bits read as a
+/// signed number. 0 for an entry without passes.
+inline int32_t array_count(const std::vector<ParamArray>& passes) {
+    return passes.empty() ? 0 : static_cast<int32_t>(static_cast<uint32_t>(passes.front().count));
+}
+
+/// Walks everything but the instance parameters, in the order of the shader text. Calls
+///     visitor.value(type, name, passes)   for scalars, vectors and matrices
+///     visitor.defines(table)              once, behind the int parameters
+///     visitor.array(type, name, passes)   for arrays
+template <class Visitor>
+void walk_parameters(const Effect& effect, Visitor& visitor) {
+    const auto values = [&visitor](ParamType type, const auto& table) {
+        for (const auto& [name, passes] : table) {
+            visitor.value(type, name, passes);
+        }
+    };
+    const auto arrays = [&visitor](ParamType type, const auto& table) {
+        for (const auto& [name, passes] : table) {
+            visitor.array(type, name, passes);
+        }
+    };
+    values(ParamType::kInt, effect.params_int);
+    visitor.defines(effect.defines);
+    values(ParamType::kFloat, effect.params_float);
+    values(ParamType::kVec2, effect.params_vec2);
+    values(ParamType::kVec3, effect.params_vec3);
+    values(ParamType::kVec4, effect.params_vec4);
+    values(ParamType::kMat2, effect.params_mat2);
+    values(ParamType::kMat3, effect.params_mat3);
+    values(ParamType::kMat4, effect.params_mat4);
+    arrays(ParamType::kInt, effect.params_int_array);
+    arrays(ParamType::kFloat, effect.params_float_array);
+    arrays(ParamType::kVec2, effect.params_vec2_array);
+    arrays(ParamType::kVec3, effect.params_vec3_array);
+    arrays(ParamType::kVec4, effect.params_vec4_array);
+}
+
+/// Walks the instance parameters, which stand behind all others. Calls
+///     visitor.instance(type, name, passes)
+template <class Visitor>
+void walk_instance_parameters(const Effect& effect, Visitor& visitor) {
+    const auto instances = [&visitor](ParamType type, const auto& table) {
+        for (const auto& [name, passes] : table) {
+            visitor.instance(type, name, passes);
+        }
+    };
+    instances(ParamType::kInt, effect.params_instance_int);
+    instances(ParamType::kFloat, effect.params_instance_float);
+    instances(ParamType::kVec2, effect.params_instance_vec2);
+    instances(ParamType::kVec3, effect.params_instance_vec3);
+    instances(ParamType::kVec4, effect.params_instance_vec4);
+}
+
+}  // namespace movit
