@@ -1,10 +1,16 @@
-# add_suite(TARGET [NAME name] [SHARDS n] [SECONDS n] [ARGUMENTS ...])
+# add_suite(TARGET [NAME name] [SHARDS n] [SECONDS n] [LABELS ...] [ARGUMENTS ...])
 #
 # Registers a GoogleTest program as one ctest test, or as n tests that share its cases out. A
 # Windows program runs under Wine. Each run leaves the report BUILD/reports/NAME.xml, and
-# `./run test` counts the cases in these reports.
+# `./run test` counts the cases in these reports. What has the label "threads" also runs under the
+# thread sanitizer.
+add_custom_target(thread_suites)
+
 function(add_suite target)
     cmake_parse_arguments(SUITE "" "NAME;SHARDS;SECONDS" "ARGUMENTS;LABELS" ${ARGN})
+    if("threads" IN_LIST SUITE_LABELS)
+        add_dependencies(thread_suites ${target})
+    endif()
     if(NOT SUITE_NAME)
         set(SUITE_NAME ${target})
     endif()
