@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "glsl/ast.h"
+
+namespace glsl {
+
+/// Levels of nesting (parentheses, calls, subscripts, prefix operators, statements, structures)
+/// that a source may have. A deeper one is refused with "nesting too deep", long before a stack of
+/// 1 MiB is in danger, be it in the parser or in a printer that walks the tree by recursion.
+inline constexpr std::uint32_t kMaxNesting = 320;
+
+/// Reads one shader source and builds its tree, one object per source. Stops at the first error.
+class parser {
+public:
+    /// @param source    text up to its first zero byte, copied; null reads as empty
+    /// @param fileName  name at the head of each message
+    parser(const char* source, const char* fileName);
+    ~parser();
+    parser(const parser&) = delete;
+    parser& operator=(const parser&) = delete;
+
+    /// Parses the whole source; to be called once. The tree does not need the parser any more.
+    ///
+    /// @param shaderType  1 vertex, 2 and 3 tessellation control and evaluation, 5 fragment
+    /// @returns the tree, or null after a failure. A null result may come without a message.
+    ptr<astTU> parse(std::uint32_t shaderType);
+
+    /// Every message so far, each as "name:line:column:error:message\r\n"; null if there is none.
+    /// Valid until the next call of parse and as long as the parser. A source can fail without a
+    /// message, and a message can stand although a tree was returned.
+    const char* error() const;
+
+    /// Position of the first message, 1-based; 0 if there is none.
+    std::uint64_t errorLine() const;
+    std::uint64_t errorColumn() const;
+
+private:
+    class impl;
+    std::unique_ptr<impl> impl_;  // null if there was no memory for it
+};
+
+}  // namespace glsl
