@@ -1,0 +1,128 @@
+#include "transition/ternary.h"
+
+#include "transition/edits.h"
+#include "transition/tokens.h"
+
+namespace transition {
+
+namespace {
+
+class Pass {
+public:
+    explicit Pass(const std::vector<Token>& tokens) : tokens_(tokens) {}
+
+    // Tokens from `begin` up to `end`; `in_call` inside a pair of parentheses.
+    void group(size_t begin, size_t end, bool in_call) {
+        size_t start = begin;
+        for (size_t i = begin; i < end; ++i) {
+            const Token& token = tokens_[i];
+            if (opens(token.text)) {
+                const size_t close = std::min(closing(tokens_, i), end);
+                group(i + 1, close, token.text == "(");
+                if (token.text == "{") {
+                    start = close + 1;
+                }
+                i = close;
+            } else if (token.text == ";" || token.text == "," ||
+                       token.kind == TokenKind::directive) {
+                segment(start, i, in_call && start != begin);
+                start = i + 1;
+            }
+        }
+        segment(start, end, in_call && start != begin);
+    }
+
+    const Edits& edits() const { return edits_; }
+
+private:
+    bool at_top(size_t begin, size_t end, std::string_view symbol, size_t& where) const {
+        for (size_t i = begin; i < end; ++i) {
+            if (opens(tokens_[i].text)) {
+                i = std::min(closing(tokens_, i), end);
+            } else if (tokens_[i].text == symbol) {
+                where = i;
+                return true;
+            }
+        }
+        return false;
+    }
+
+    // An expression without top-level commas.
+    void segment(size_t begin, size_t end, bool wrap) {
+        size_t question = 0;
+        if (!at_top(begin, end, "?", question)) {
+            return;
+        }
+        size_t start = begin;
+        for (size_t i = begin; i < question; ++i) {
+            if (opens(tokens_[i].text)) {
+                i = std::min(closing(tokens_, i), question);
+            } else if (is_assignment(tokens_[i].text) || tokens_[i].text == "return") {
+                start = i + 1;
+            }
+        }
+        ternary(start, question, end, wrap);
+    }
+
+    void ternary(size_t begin, size_t question, size_t end, bool wrap) {
+        const size_t colon = matching_colon(question, end);
+        if (colon >= end) {
+            return;
+        }
+        if (wrap) {
+            enclose(begin, end);
+        }
+        part(question + 1, colon);
+        part(colon + 1, end);
+    }
+
+    void part(size_t begin, size_t end) {
+        size_t question = 0;
+        if (at_top(begin, end, "?", question)) {
+            ternary(begin, question, end, true);
+        }
+    }
+
+    size_t matching_colon(size_t question, size_t end) const {
+        size_t open = 1;
+        for (size_t i = question + 1; i < end; ++i) {
+            if (opens(tokens_[i].text)) {
+                i = std::min(closing(tokens_, i), end);
+            } else if (tokens_[i].text == "?") {
+                ++open;
+            } else if (tokens_[i].text == ":" && --open == 0) {
+                return i;
+            }
+        }
+        return end;
+    }
+
+    void enclose(size_t begin, size_t end) {
+        if (begin < end) {
+            edits_.insert(tokens_[begin].begin, "(");
+            edits_.insert(tokens_[end - 1].end, ")");
+        }
+    }
+
+    static bool is_assignment(std::string_view symbol) {
+        return !symbol.empty() && symbol.back() == '=' && symbol != "==" && symbol != "!=" &&
+               symbol != "<=" && symbol != ">=";
+    }
+
+    const std::vector<Token>& tokens_;
+    Edits edits_;
+};
+
+}  // namespace
+
+std::string parenthesize_ternaries(std::string_view text, std::vector<std::string>& notes) {
+    const std::vector<Token> tokens = scan(text);
+    Pass pass(tokens);
+    pass.group(0, tokens.size(), false);
+    if (!pass.edits().empty()) {
+        notes.emplace_back("parentheses put around conditional expressions");
+    }
+    return pass.edits().apply(text);
+}
+
+}  // namespace transition
