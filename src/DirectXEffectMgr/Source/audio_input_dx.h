@@ -36,8 +36,8 @@ public:
 
     /// Takes the samples that the next uploads copy; another count gives the texture back.
     ///
-    /// @param samples  the host's, valid until the next call; null leaves the texture as it is
-    void set_samples(uint32_t count, const float* samples);
+    /// @param new_samples  the host's, valid until the next call; null leaves the texture as it is
+    void set_samples(uint32_t count, const float* new_samples);
 
     uint32_t sample_count = 0;
     const float* samples = nullptr;

@@ -1,5 +1,7 @@
 #include "DirectXEffectMgr/Source/device_objects.h"
 
+#include "DirectXEffectMgr/Source/device_util.h"
+
 D3D11_TEXTURE2D_DESC texture_description(uint32_t width, uint32_t height, DXGI_FORMAT format,
                                          UINT bind_flags) {
     D3D11_TEXTURE2D_DESC description{};
@@ -33,4 +35,14 @@ HRESULT create_colour_sampler(ID3D11Device* device, ID3D11SamplerState*& sampler
     description.ComparisonFunc = D3D11_COMPARISON_NEVER;
     description.MaxLOD = D3D11_FLOAT32_MAX;
     return device->CreateSamplerState(&description, &sampler);
+}
+
+bool is_whole(const GpuData& picture) {
+    return picture.texture != nullptr && picture.srv != nullptr && picture.sampler != nullptr;
+}
+
+void release_objects(GpuData& picture) {
+    release(picture.texture);
+    release(picture.srv);
+    release(picture.sampler);
 }

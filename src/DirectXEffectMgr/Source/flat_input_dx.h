@@ -84,21 +84,21 @@ private:
     };
 
     const InputTexture& first() const;
-    ID3D11DeviceContext* context() const;
     void upload_and_bind(InputTexture& record, int32_t slot);
     void upload_and_bind_one_channel(InputTexture& record, int32_t slot);
     void finish(GpuData& target, Upload result, const GpuData& shown, int32_t slot) const;
-    [[nodiscard]] bool expand_one_channel(InputTexture& record);
+    [[nodiscard]] bool expand(InputTexture& record);
     Upload upload(const InputTexture& record, GpuData& target, const void* pixels, uint32_t pitch,
                   int32_t channels);
     Upload upload_flat(const InputTexture& record, GpuData& target, const void* pixels,
                        uint32_t pitch, int32_t channels);
     Upload upload_volume(const InputTexture& record, const GpuData& target, const void* pixels,
                          int32_t channels);
-    const void* readable_rows(const void* pixels, uint32_t width, uint32_t height, uint32_t pitch);
+    const void* readable_rows(const void* pixels, uint32_t row_bytes, uint32_t height,
+                              uint32_t pitch);
     [[nodiscard]] uint32_t internal_format(int32_t channels) const;
     void give_back(GpuData* texture) const;
-    void drop(GpuData*& texture) const;
+    void drop(GpuData*& texture, bool has_picture) const;
     void drop_record(InputTexture& record) const;
 
     ID3D11Device** device_;

@@ -80,12 +80,6 @@ void release_objects(ProgramRecord& program) {
     release(program.pixel_shader);
 }
 
-void release_objects(GpuData& texture) {
-    release(texture.texture);
-    release(texture.srv);
-    release(texture.sampler);
-}
-
 DXGI_FORMAT device_format(uint32_t internal_format) {
     switch (internal_format) {
         case kGlLuminance:
