@@ -1,1 +1,0 @@
-// Removed with the first real source of this folder.
