@@ -26,8 +26,9 @@ class FlatInputDX;
 class AudioInputDX;
 class ResourcePoolDX;
 namespace movit {
+class Effect;
 class Input;
-}
+}  // namespace movit
 
 /// The one implementation of `IOpenGLEffect`; see there for what each operation does.
 ///
@@ -198,9 +199,9 @@ public:
     /// Registers the fixed parameters, makes the constant buffer and compiles. Runs where the
     /// device is used.
     ///
-    /// @param new_pool  the pool for programs and textures; null makes the compile fail
+    /// @param new_pool  the pool for programs and textures; empty makes the compile fail
     /// @returns false if there is no device or the compile failed (logged)
-    [[nodiscard]] bool InitProgram(ResourcePoolDX* new_pool);
+    [[nodiscard]] bool InitProgram(std::shared_ptr<ResourcePoolDX> new_pool);
     /// Draws all passes; see DirectXEffectDraw.cpp. Runs where the device is used.
     [[nodiscard]] bool RenderPass();
     /// What a change of size does at once: the staging texture goes. Always true.
@@ -231,9 +232,11 @@ private:
     /// @returns false if that compile failed; the program is then empty
     [[nodiscard]] bool RecompileIfVariantsChanged();
     void ReleaseProgram(ProgramRecord& record);
-    bool AddProgramTask(int32_t* number, const std::string& fragment_given,
+    bool AddProgramTask(int32_t& number, const std::string& fragment_given,
                         const std::string& vertex_given);
-    bool RemoveProgramTask(int32_t* number);
+    bool RemoveProgramTask(int32_t& number);
+    /// The record of a program number from 2 on; null if there is none.
+    [[nodiscard]] ProgramRecord* ExtraProgram(int32_t number);
 
     // --- inputs (DirectXEffectInputs.cpp)
 
@@ -243,6 +246,21 @@ private:
     int32_t AppendFlatInput(uint32_t input_width, uint32_t input_height, uint32_t input_depth,
                             uint32_t input_pitch, uint32_t layout_code, uint32_t pixel_type);
     [[nodiscard]] uint32_t LayoutCode(int32_t layout, bool engine_order) const;
+
+    // --- parameters (DirectXEffectParameters.cpp)
+
+    using RegisterFloatsCall = void (movit::Effect::*)(const std::string& name, float* values);
+    using RegisterArrayCall = void (movit::Effect::*)(const std::string& name, const void* data,
+                                                      uint64_t count);
+
+    [[nodiscard]] bool AcceptsName(const char* name) const;
+    template <class Setter, class... Values>
+    int32_t SetByName(const char* name, Setter setter, const Values&... values);
+    template <size_t N>
+    int32_t RegisterFloats(const char* name, const float* value, Cells<std::array<float, N>>& cells,
+                           int32_t& count, RegisterFloatsCall call);
+    int32_t RegisterArray(const char* name, const void* data, uint64_t elements,
+                          std::vector<const void*>& noted, int32_t& count, RegisterArrayCall call);
 
     // --- targets (DirectXEffectTargets.cpp)
 
@@ -364,8 +382,10 @@ private:
     std::vector<int32_t> pass_programs;          // program number per pass
     ProgramRecord program = {};                  // the main program; the pool owns the references
     std::vector<ProgramRecord> extra_programs;   // of AddProgram; all null: none
-    ResourcePoolDX* pool = nullptr;              // not owned; set by InitEffect
+    ResourcePoolDX* pool = nullptr;              // set by InitEffect; kept by pool_owner_
     std::string fragment_text;                   // source given as text
     std::string vertex_text;
+    std::shared_ptr<CDirectXEffectEngine> engine_owner_;  // a destroyed engine refuses, but stays
+    std::shared_ptr<ResourcePoolDX> pool_owner_;
     NameScratch name_scratch_;  // for the names that setters look up
 };
