@@ -1,0 +1,103 @@
+#include "console.h"
+
+#include <atomic>
+#include <cstdio>
+#include <mutex>
+#include <string>
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace effect_render {
+namespace {
+
+constexpr int32_t kWarningLevel = 3;
+constexpr int32_t kErrorLevel = 4;
+constexpr size_t kBarCells = 40;
+
+std::mutex console_mutex;  // guards standard error and bar_length
+size_t bar_length = 0;     // characters of the bar that stands on the line now
+
+std::atomic<bool> whole_log{false};
+std::atomic<int64_t> logged_errors{0};
+
+bool IsTerminal() {
+#ifdef _WIN32
+    return _isatty(_fileno(stderr)) != 0;
+#else
+    return isatty(fileno(stderr)) != 0;
+#endif
+}
+
+// Holds console_mutex.
+void RemoveBar() {
+    if (bar_length > 0) {
+        std::fprintf(stderr, "\r%*s\r", static_cast<int>(bar_length), "");
+        bar_length = 0;
+    }
+}
+
+std::string BarText(int64_t done, int64_t total) {
+    const auto filled = static_cast<size_t>(done * static_cast<int64_t>(kBarCells) / total);
+    std::string text = "[" + std::string(filled, '#') + std::string(kBarCells - filled, '.');
+    return text + "] " + std::to_string(done) + "/" + std::to_string(total);
+}
+
+std::string Format(const char* format, va_list args) {
+    va_list again;
+    va_copy(again, args);
+    const int length = std::vsnprintf(nullptr, 0, format, again);
+    va_end(again);
+    if (length < 0) {
+        return format;
+    }
+    std::string text(static_cast<size_t>(length) + 1, '\0');
+    std::vsnprintf(text.data(), text.size(), format, args);
+    text.pop_back();
+    return text;
+}
+
+}  // namespace
+
+void PrintLine(std::string_view text) {
+    const std::lock_guard<std::mutex> lock(console_mutex);
+    RemoveBar();
+    std::fwrite(text.data(), 1, text.size(), stderr);
+    if (text.empty() || text.back() != '\n') {
+        std::fputc('\n', stderr);
+    }
+    std::fflush(stderr);
+}
+
+void ShowProgress(int64_t done, int64_t total) {
+    if (total < 2 || !IsTerminal()) {
+        return;
+    }
+    const std::lock_guard<std::mutex> lock(console_mutex);
+    const std::string text = BarText(done, total);
+    std::fprintf(stderr, "\r%s%s", text.c_str(), done == total ? "\n" : "");
+    std::fflush(stderr);
+    bar_length = done == total ? 0 : text.size();
+}
+
+void ShowWholeLog(bool everything) {
+    whole_log = everything;
+}
+
+void LogFromLibrary(int32_t level, const char* format, va_list args) {
+    if (level >= kErrorLevel) {
+        ++logged_errors;
+    }
+    if (level >= kWarningLevel || whole_log) {
+        PrintLine(Format(format, args));
+    }
+}
+
+int64_t CountLoggedErrors() {
+    return logged_errors;
+}
+
+}  // namespace effect_render

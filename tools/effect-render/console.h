@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdarg>
+#include <cstdint>
+#include <string_view>
+
+namespace effect_render {
+
+// What the user sees on standard error. Any thread may call; lines never mix, and a message moves
+// the progress bar out of its way.
+
+/// A line; a newline is added if it ends in none.
+void PrintLine(std::string_view text);
+
+/// Shows how many of `total` frames are done, on a terminal only and only for several frames. The
+/// last call leaves the bar and ends its line.
+void ShowProgress(int64_t done, int64_t total);
+
+/// Chooses what LogFromLibrary() shows: everything, or warnings and errors.
+void ShowWholeLog(bool everything);
+
+/// Receives the library's messages: its type is that of LogFunction.
+void LogFromLibrary(int32_t level, const char* format, va_list args);
+
+/// Errors that the library has logged so far.
+int64_t CountLoggedErrors();
+
+}  // namespace effect_render

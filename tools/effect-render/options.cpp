@@ -1,0 +1,284 @@
+#include "options.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <functional>
+#include <sstream>
+
+#include "tool_error.h"
+
+namespace effect_render {
+namespace {
+
+constexpr int32_t kLargestSide = 16384;  // pixels
+constexpr int32_t kLastFrame = 999999999;
+constexpr size_t kWidestField = 9;  // digits that a frame number is filled up to
+
+std::optional<int32_t> WholeNumber(const std::string& text) {
+    int32_t number = 0;
+    const char* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, number);
+    if (text.empty() || result.ec != std::errc() || result.ptr != end) {
+        return std::nullopt;
+    }
+    return number;
+}
+
+// "640x360"
+std::pair<uint32_t, uint32_t> ParseSize(const std::string& text) {
+    const size_t cross = text.find('x');
+    if (cross != std::string::npos) {
+        const auto width = WholeNumber(text.substr(0, cross));
+        const auto height = WholeNumber(text.substr(cross + 1));
+        const bool fits = width && height && *width > 0 && *height > 0 && *width <= kLargestSide &&
+                          *height <= kLargestSide;
+        if (fits) {
+            return {static_cast<uint32_t>(*width), static_cast<uint32_t>(*height)};
+        }
+    }
+    throw UsageError("--size '" + text + "': expected WxH, each from 1 to " +
+                     std::to_string(kLargestSide));
+}
+
+// "A-B", or "A" for a single frame.
+FrameRange ParseRange(const char* option, const std::string& text) {
+    const size_t dash = text.find('-');
+    const auto first = WholeNumber(text.substr(0, dash));
+    const auto last = dash == std::string::npos ? first : WholeNumber(text.substr(dash + 1));
+    const bool fits = first && last && *first >= 0 && *last >= *first && *last <= kLastFrame;
+    if (!fits) {
+        throw UsageError(std::string(option) + " '" + text +
+                         "': expected A-B, two frame numbers in order");
+    }
+    return {*first, *last};
+}
+
+// "R,G,B,A"
+std::array<float, 4> ParseColor(const std::string& text) {
+    std::array<float, 4> color = {};
+    ParamTrack track;
+    try {
+        track = ParseParam(ParamKind::Vec4, "clear=" + text);
+    } catch (const UsageError&) {
+    }
+    if (track.still.size() != color.size() || !track.first.empty()) {
+        throw UsageError("--clear '" + text + "': expected R,G,B,A");
+    }
+    std::transform(track.still.begin(), track.still.end(), color.begin(),
+                   [](double number) { return static_cast<float>(number); });
+    return color;
+}
+
+std::pair<std::string, std::string> ParseDefine(const std::string& text) {
+    const size_t equals = text.find('=');
+    if (equals == std::string::npos || equals == 0) {
+        throw UsageError("--define '" + text + "': expected NAME=VALUE");
+    }
+    return {text.substr(0, equals), text.substr(equals + 1)};
+}
+
+void ParseMode(const std::string& text, Options& options) {
+    if (text != "threaded" && text != "inline") {
+        throw UsageError("--mode '" + text + "': expected threaded or inline");
+    }
+    options.mode = text == "inline" ? EngineMode::Inline : EngineMode::Threaded;
+}
+
+void ParseBlend(const std::string& text, Options& options) {
+    options.blend = WholeNumber(text);
+    if (!options.blend || *options.blend < 0) {
+        throw UsageError("--blend '" + text + "': expected a number");
+    }
+}
+
+struct ParamOption {
+    const char* name;
+    ParamKind kind;
+    const char* shape;
+};
+
+constexpr ParamOption kParamOptions[] = {
+    {"--int", ParamKind::Int, "NAME=V"},          {"--float", ParamKind::Float, "NAME=V"},
+    {"--vec2", ParamKind::Vec2, "NAME=V,V"},      {"--vec3", ParamKind::Vec3, "NAME=V,V,V"},
+    {"--vec4", ParamKind::Vec4, "NAME=V,V,V,V"},  {"--mat2", ParamKind::Mat2, "NAME=V[,V...]"},
+    {"--mat3", ParamKind::Mat3, "NAME=V[,V...]"}, {"--mat4", ParamKind::Mat4, "NAME=V[,V...]"},
+};
+
+// An option that takes one text and may stand once or, if `repeatable`, several times. Each text
+// goes to `take`; the option eats no argument that follows it.
+void AddTextOption(CLI::App& app, const std::string& names, const std::string& shape,
+                   const std::string& help, bool repeatable,
+                   std::function<void(const std::string&)> take) {
+    CLI::Option* option = app.add_option_function<std::vector<std::string>>(
+        names,
+        [take](const std::vector<std::string>& texts) {
+            for (const std::string& text : texts) {
+                take(text);
+            }
+        },
+        help);
+    option->type_name(shape)->type_size(1)->expected(1);
+    option->multi_option_policy(repeatable ? CLI::MultiOptionPolicy::TakeAll
+                                           : CLI::MultiOptionPolicy::Throw);
+}
+
+void AddSourceOptions(CLI::App& app, Options& options) {
+    AddTextOption(app, "-i,--input", "FILE", "an image input (PNG, JPEG); repeatable, in order",
+                  true, [&options](const std::string& text) { options.inputs.push_back(text); });
+    AddTextOption(app, "--audio", "FILE",
+                  "an audio input: raw little-endian 32-bit floats; repeatable", true,
+                  [&options](const std::string& text) { options.audio.push_back(text); });
+    AddTextOption(app, "--vertex", "FILE", "the effect's own vertex shader", false,
+                  [&options](const std::string& text) { options.vertex = text; });
+    AddTextOption(
+        app, "--define", "NAME=VALUE", "a macro for the shaders; repeatable", true,
+        [&options](const std::string& text) { options.defines.push_back(ParseDefine(text)); });
+    for (const ParamOption& row : kParamOptions) {
+        AddTextOption(app, row.name, row.shape,
+                      "a parameter; A:B in place of a value V moves it from A to B", true,
+                      [&options, kind = row.kind](const std::string& text) {
+                          options.params.push_back(ParseParam(kind, text));
+                      });
+    }
+}
+
+// @param span  whether --span stood on the command line
+void AddDrawOptions(CLI::App& app, Options& options, bool& span) {
+    AddTextOption(app, "--size", "WxH", "default: the first input's size, or 640x360", false,
+                  [&options](const std::string& text) { options.size = ParseSize(text); });
+    AddTextOption(
+        app, "--frames", "A-B", "frame numbers; OUT then holds a field such as %04d", false,
+        [&options](const std::string& text) { options.frames = ParseRange("--frames", text); });
+    AddTextOption(app, "--span", "A-B",
+                  "frames over which moving parameters move; default: those of --frames", false,
+                  [&options, &span](const std::string& text) {
+                      options.span = ParseRange("--span", text);
+                      span = true;
+                  });
+    AddTextOption(app, "--mode", "threaded|inline", "where the device works; default: threaded",
+                  false, [&options](const std::string& text) { ParseMode(text, options); });
+    AddTextOption(app, "--blend", "N", "0 none, 1 alpha, 3 add, 4 premultiplied, 5 screen", false,
+                  [&options](const std::string& text) { ParseBlend(text, options); });
+    AddTextOption(app, "--clear", "R,G,B,A", "colour of the empty picture; default: 0,0,0,0", false,
+                  [&options](const std::string& text) { options.clear_color = ParseColor(text); });
+    app.add_flag("--depth", options.depth, "draw with a depth buffer and a depth test");
+    app.add_flag("--msaa", options.msaa, "draw with four samples per pixel");
+    app.add_flag("--log", options.log,
+                 "the library's log on stderr; default: warnings and errors only");
+}
+
+void CheckOutput(const Options& options) {
+    const int fields = CountFrameFields(options.output);
+    if (fields > 1) {
+        throw UsageError("-o '" + options.output + "': holds more than one field");
+    }
+    if (fields == 0 && options.frames.first != options.frames.last) {
+        throw UsageError("-o '" + options.output +
+                         "': several frames need a field such as %04d in it");
+    }
+}
+
+// A field "%d", "%4d" or "%04d" at `place`; `length` 0 if there is none.
+struct FrameField {
+    size_t length = 0;
+    size_t width = 0;
+    char fill = ' ';
+};
+
+FrameField FieldAt(const std::string& pattern, size_t place) {
+    FrameField field;
+    size_t i = place + 1;
+    if (i < pattern.size() && pattern[i] == '0') {
+        field.fill = '0';
+        ++i;
+    }
+    while (i < pattern.size() && std::isdigit(static_cast<unsigned char>(pattern[i])) != 0 &&
+           field.width <= kWidestField) {
+        field.width = field.width * 10 + static_cast<size_t>(pattern[i] - '0');
+        ++i;
+    }
+    if (i < pattern.size() && pattern[i] == 'd' && field.width <= kWidestField) {
+        field.length = i + 1 - place;
+    }
+    return field;
+}
+
+std::string Padded(int32_t frame, const FrameField& field) {
+    std::string digits = std::to_string(frame);
+    if (digits.size() < field.width) {
+        digits.insert(0, field.width - digits.size(), field.fill);
+    }
+    return digits;
+}
+
+// Walks over a pattern and gives the text with its fields replaced.
+std::string Expand(const std::string& pattern, int32_t frame, int& fields) {
+    std::string text;
+    fields = 0;
+    for (size_t i = 0; i < pattern.size();) {
+        if (pattern[i] != '%') {
+            text += pattern[i++];
+            continue;
+        }
+        if (i + 1 < pattern.size() && pattern[i + 1] == '%') {
+            text += '%';
+            i += 2;
+            continue;
+        }
+        const FrameField field = FieldAt(pattern, i);
+        if (field.length == 0) {
+            throw UsageError("-o '" + pattern +
+                             "': only fields such as %d and %04d can stand here");
+        }
+        text += Padded(frame, field);
+        i += field.length;
+        ++fields;
+    }
+    return text;
+}
+
+}  // namespace
+
+int CountFrameFields(const std::string& pattern) {
+    int fields = 0;
+    Expand(pattern, 0, fields);
+    return fields;
+}
+
+std::string FramePath(const std::string& pattern, int32_t frame) {
+    int fields = 0;
+    return Expand(pattern, frame, fields);
+}
+
+std::optional<Options> ParseOptions(const std::vector<std::string>& arguments, std::string& help) {
+    Options options;
+    bool has_span = false;
+    CLI::App app("Draws an effect over pictures as a video editor would.", "effect-render");
+    app.allow_windows_style_options(false);  // "/home/me/out.png" is a path
+    app.add_option("EFFECT", options.effect,
+                   "a fragment shader file, or a folder with an effect.json")
+        ->required();
+    app.add_option("-o,--output", options.output, "the PNG picture to write")
+        ->required()
+        ->type_name("OUT.png");
+    AddSourceOptions(app, options);
+    AddDrawOptions(app, options, has_span);
+    try {
+        std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+        app.parse(std::move(reversed));
+    } catch (const CLI::CallForHelp&) {
+        help = app.help();
+        return std::nullopt;
+    } catch (const CLI::ParseError& error) {
+        throw UsageError(error.what());
+    }
+    if (!has_span) {
+        options.span = options.frames;
+    }
+    CheckOutput(options);
+    return options;
+}
+
+}  // namespace effect_render
