@@ -1,5 +1,7 @@
 #include "transition/ternary.h"
 
+#include <algorithm>
+
 #include "transition/edits.h"
 #include "transition/tokens.h"
 
@@ -13,6 +15,21 @@ public:
 
     // Tokens from `begin` up to `end`; `in_call` inside a pair of parentheses.
     void group(size_t begin, size_t end, bool in_call) {
+        if (depth_ == kDepthLimit) {
+            return;
+        }
+        ++depth_;
+        scan_group(begin, end, in_call);
+        --depth_;
+    }
+
+    const Edits& edits() const { return edits_; }
+
+private:
+    // What is nested deeper stays as it stands: the front end refuses it anyhow.
+    static constexpr size_t kDepthLimit = 256;
+
+    void scan_group(size_t begin, size_t end, bool in_call) {
         size_t start = begin;
         for (size_t i = begin; i < end; ++i) {
             const Token& token = tokens_[i];
@@ -32,9 +49,6 @@ public:
         segment(start, end, in_call && start != begin);
     }
 
-    const Edits& edits() const { return edits_; }
-
-private:
     bool at_top(size_t begin, size_t end, std::string_view symbol, size_t& where) const {
         for (size_t i = begin; i < end; ++i) {
             if (opens(tokens_[i].text)) {
@@ -78,8 +92,10 @@ private:
 
     void part(size_t begin, size_t end) {
         size_t question = 0;
-        if (at_top(begin, end, "?", question)) {
+        if (depth_ < kDepthLimit && at_top(begin, end, "?", question)) {
+            ++depth_;
             ternary(begin, question, end, true);
+            --depth_;
         }
     }
 
@@ -111,6 +127,7 @@ private:
 
     const std::vector<Token>& tokens_;
     Edits edits_;
+    size_t depth_ = 0;
 };
 
 }  // namespace
