@@ -24,9 +24,6 @@ CDirectXEffectEngine::CDirectXEffectEngine() : home_(std::make_shared<PoolHome>(
 
 CDirectXEffectEngine::~CDirectXEffectEngine() {
     StopEngine();
-    if (module_ != nullptr) {
-        FreeLibrary(static_cast<HMODULE>(module_));
-    }
 }
 
 void CDirectXEffectEngine::StopEngine() {
@@ -42,9 +39,13 @@ void CDirectXEffectEngine::StopEngine() {
     if (render_thread.joinable()) {
         render_thread.join();
     }
+    if (void* const module = std::exchange(module_, nullptr)) {
+        FreeLibrary(static_cast<HMODULE>(module));
+    }
 }
 
-bool CDirectXEffectEngine::RunsOnThisThread() const {
+bool CDirectXEffectEngine::RunsOnThisThread() {
+    const std::lock_guard<std::mutex> lock(cleaner_mutex_);
     const std::thread::id here = std::this_thread::get_id();
     return here == render_thread.get_id() || here == cleaner_thread.get_id();
 }

@@ -57,7 +57,7 @@ public:
     void StopEngine();
     [[nodiscard]] int32_t InitResult() const { return init_result; }
     /// Whether the calling thread is one that StopEngine would have to join.
-    [[nodiscard]] bool RunsOnThisThread() const;
+    [[nodiscard]] bool RunsOnThisThread();
 
     // Effect operations brought to the thread that uses the device. They block until the work is
     // done; an exception from it reaches the caller. Results: 0; 0x80004005 (E_FAIL) for failed

@@ -4,7 +4,8 @@
 #include <objbase.h>
 #include <wrl/client.h>
 
-#include <string>
+#include <array>
+#include <cwchar>
 
 #include "DirectXEffectMgr/Source/DirectXEffectEngine.h"
 #include "DirectXEffectMgr/Source/device_util.h"
@@ -14,15 +15,15 @@ using Microsoft::WRL::ComPtr;
 
 namespace {
 
-std::string utf8_of(const wchar_t* text) {
-    const int bytes = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
-    if (bytes <= 1) {
-        return {};
-    }
-    std::string result(static_cast<size_t>(bytes), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text, -1, result.data(), bytes, nullptr, nullptr);
-    result.pop_back();  // the terminating zero
-    return result;
+// Three bytes at most for each unit of UTF-16, and the terminating zero.
+using AdapterName = std::array<char, 3 * 128 + 1>;
+
+AdapterName utf8_of(const WCHAR (&text)[128]) {
+    AdapterName name = {};
+    const int length = static_cast<int>(wcsnlen(text, ARRAYSIZE(text)));
+    WideCharToMultiByte(CP_UTF8, 0, text, length, name.data(), static_cast<int>(name.size()) - 1,
+                        nullptr, nullptr);
+    return name;
 }
 
 int32_t megabytes(SIZE_T bytes) {
@@ -80,9 +81,8 @@ void CDirectXEffectEngine::ReportAdapter() const {
     if (FAILED(adapter->GetDesc(&description))) {
         return;
     }
-    description.Description[ARRAYSIZE(description.Description) - 1] = L'\0';
     log_info("Device Information : ");
-    log_info("  Description: %s", utf8_of(description.Description).c_str());
+    log_info("  Description: %s", utf8_of(description.Description).data());
     log_info("  Vendor ID: %d", static_cast<int32_t>(description.VendorId));
     log_info("  Device ID: %d", static_cast<int32_t>(description.DeviceId));
     log_info("  Dedicated Video Memory: %d MB", megabytes(description.DedicatedVideoMemory));

@@ -54,9 +54,11 @@ void reshape(FlatInputDX& node, InputTexture& record, const PictureShape& shape)
     if (record.source_kind != kSourceKind) {
         // The texture of the other kind goes back to the pool with the next draw.
         InputTexture dropped;
-        dropped.texture = std::exchange(record.texture, nullptr);
-        dropped.uploaded = std::exchange(record.uploaded, false);
+        dropped.texture = record.texture;
+        dropped.uploaded = record.uploaded;
         node.retired_textures.push_back(dropped);
+        record.texture = nullptr;
+        record.uploaded = false;
         record.source_kind = kSourceKind;
     }
 }
