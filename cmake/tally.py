@@ -5,7 +5,7 @@ tally.py PRESET ...    reads build/PRESET/ctest.xml and build/PRESET/reports/NAM
 
 A test with a report counts with the cases in it, any other counts as one. A test that failed
 although its report shows no failure (it crashed or leaked at its end) counts as one failure more.
-A preset without any test counts as one failure. The last line is "N passed, N failed", and the
+A preset without any test and a suite without any case count as one failure each. The last line is "N passed, N failed", and the
 exit status is 0 only if something passed and nothing failed.
 """
 import re
@@ -57,6 +57,11 @@ def rows_of_preset(preset):
     return rows
 
 
+def with_something_run(value):
+    passed, failed, seconds = value
+    return value if passed or failed else (0, 1, seconds)
+
+
 def merge_shards(rows):
     """Joins the rows NAME-0, NAME-1, ... of one preset."""
     merged = {}
@@ -64,7 +69,7 @@ def merge_shards(rows):
         key = (preset, re.sub(r"-\d+$", "", name))
         old = merged.get(key, (0, 0, 0.0))
         merged[key] = (old[0] + passed, old[1] + failed, old[2] + seconds)
-    return [key + value for key, value in merged.items()]
+    return [key + with_something_run(value) for key, value in merged.items()]
 
 
 def main(presets):

@@ -19,7 +19,7 @@ namespace {
 using Microsoft::WRL::ComPtr;
 
 class PlatformProbe : public testing::Test {
-  protected:
+protected:
     void SetUp() override {
         const D3D_FEATURE_LEVEL wanted = D3D_FEATURE_LEVEL_11_0;
         ASSERT_EQ(S_OK, D3D11CreateDevice(nullptr, D3D_DRIVER_TYPE_HARDWARE, nullptr, 0, &wanted, 1,

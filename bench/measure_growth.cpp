@@ -1,0 +1,184 @@
+#include <algorithm>
+#include <cstring>
+#include <stdexcept>
+
+#include "ours.h"
+#include "sections.h"
+#include "timing.h"
+
+namespace bench {
+namespace {
+
+void translate_or_throw(const Subject& subject) {
+    ProgramText text;
+    if (!subject.translate(text)) {
+        throw std::runtime_error("a measured source was refused: " + subject.failure());
+    }
+}
+
+std::vector<Subject> make_subjects(const std::vector<EffectSource>& effects) {
+    std::vector<Subject> subjects;
+    for (const EffectSource& effect : effects) {
+        subjects.emplace_back(effect);
+        translate_or_throw(subjects.back());
+    }
+    return subjects;
+}
+
+std::vector<double> medians_of(const std::vector<Subject>& subjects, int rounds) {
+    return medians_in_rotation(subjects.size(), rounds,
+                               [&subjects](size_t i) { translate_or_throw(subjects[i]); });
+}
+
+// Nanoseconds per byte of GLSL that goes to the parser.
+double ns_per_byte(double us, const Subject& subject) {
+    return us * 1000.0 / static_cast<double>(subject.assembled_bytes());
+}
+
+std::string times_text(double value) {
+    return Cell(value, 2).text;
+}
+
+// One row for each subject with its time and time per byte; the note tells how far the time per
+// byte lies apart.
+Section per_byte_section(std::string title, const std::vector<std::string>& names,
+                         const std::vector<Subject>& subjects, int rounds) {
+    Section section;
+    section.title = std::move(title);
+    section.columns = {"source", "bytes", "us", "ns per byte"};
+    const std::vector<double> times = medians_of(subjects, rounds);
+    std::vector<double> rates;
+    for (size_t i = 0; i < subjects.size(); ++i) {
+        rates.push_back(ns_per_byte(times[i], subjects[i]));
+        section.rows.push_back({names[i],
+                                {static_cast<double>(subjects[i].assembled_bytes()), 0},
+                                {times[i], 1},
+                                {rates.back(), 2}});
+    }
+    const auto [low, high] = std::minmax_element(rates.begin(), rates.end());
+    section.notes.push_back("largest to first: " + times_text(rates.back() / rates.front()) +
+                            ", highest to lowest: " + times_text(*high / *low) + "; medians of " +
+                            std::to_string(rounds));
+    return section;
+}
+
+EffectSource nested(const std::string& open, const std::string& inner, int depth) {
+    EffectSource effect;
+    effect.fragment =
+        "float keep(float x) {\n    return x * 0.5;\n}\n"
+        "vec4 FUNCNAME(vec2 tc) {\n    float v = ";
+    for (int i = 0; i < depth; ++i) {
+        effect.fragment += open;
+    }
+    effect.fragment += inner + std::string(static_cast<size_t>(depth), ')') + ";\n";
+    effect.fragment += "    return INPUT1(tc) * v;\n}\n";
+    return effect;
+}
+
+struct Nest {
+    const char* name;
+    const char* open;
+    const char* inner;
+};
+
+constexpr Nest kNests[] = {
+    {"own function", "keep(", "tc.x"},
+    {"built-in", "sin(", "tc.x"},
+    {"constructor", "float(", "tc.x"},
+    {"parenthesis", "(0.5 + ", "tc.x"},
+};
+
+// Macro lines, each with a name of its own, of which a text of 10 KB uses one in a few.
+EffectSource with_macros(int count) {
+    EffectSource effect = make_large_effect(10000);
+    std::string lines;
+    std::string uses;
+    for (int i = 0; i < count; ++i) {
+        const std::string name = "MACRO_" + std::to_string(i);
+        lines += "#define " + name + " 0." + std::to_string(i + 1) + "\n";
+        if (i % 4 == 0) {
+            uses += "float used_" + std::to_string(i) + "(float x) {\n    return x * " + name +
+                    ";\n}\n";
+        }
+    }
+    effect.fragment = lines + uses + effect.fragment;
+    return effect;
+}
+
+double memchr_us(const std::string& text, int rounds) {
+    volatile char missing = '\x01';
+    return medians_in_rotation(1, rounds, [&text, &missing](size_t) {
+        if (std::memchr(text.data(), missing, text.size()) != nullptr) {
+            throw std::logic_error("the byte that is searched for must not occur");
+        }
+    })[0];
+}
+
+}  // namespace
+
+Section measure_growth(const Scale& scale) {
+    std::vector<EffectSource> effects;
+    std::vector<std::string> names;
+    for (const size_t kilobytes : {1u, 10u, 100u, 1000u}) {
+        if (kilobytes == 1000 && !scale.with_largest) {
+            continue;
+        }
+        effects.push_back(make_large_effect(kilobytes * 1000));
+        names.push_back(std::to_string(kilobytes) + " KB");
+    }
+    return per_byte_section("growth: one stage of the same mix", names, make_subjects(effects),
+                            scale.rounds);
+}
+
+Section measure_nesting(const Scale& scale) {
+    constexpr int kDepths[] = {1, 2, 4, 8, 16, 32, 64};
+    Section section;
+    section.title = "nesting: microseconds, and from 1 to 64 levels the cost of a byte more";
+    section.columns = {"nested"};
+    for (const int depth : kDepths) {
+        section.columns.push_back(std::to_string(depth));
+    }
+    section.columns.push_back("64 to 1, per byte");
+    for (const Nest& nest : kNests) {
+        std::vector<EffectSource> effects;
+        for (const int depth : kDepths) {
+            effects.push_back(nested(nest.open, nest.inner, depth));
+        }
+        const std::vector<Subject> subjects = make_subjects(effects);
+        const std::vector<double> times = medians_of(subjects, scale.rounds * 5);
+        std::vector<Cell> row = {nest.name};
+        for (const double time : times) {
+            row.emplace_back(time, 1);
+        }
+        row.emplace_back(ns_per_byte(times.back(), subjects.back()) /
+                             ns_per_byte(times.front(), subjects.front()),
+                         2);
+        section.rows.push_back(std::move(row));
+    }
+    return section;
+}
+
+Section measure_macros(const Scale& scale) {
+    constexpr int kCounts[] = {1, 10, 50, 100, 200};
+    Section section;
+    section.title = "macros: #define lines above 10 KB";
+    section.columns = {"lines", "bytes", "us", "us per line", "memchr us"};
+    std::vector<EffectSource> effects;
+    for (const int count : kCounts) {
+        effects.push_back(with_macros(count));
+    }
+    const std::vector<Subject> subjects = make_subjects(effects);
+    const std::vector<double> times = medians_of(subjects, scale.rounds);
+    for (size_t i = 0; i < subjects.size(); ++i) {
+        const double more = i == 0 ? 0.0 : times[i] - times[0];
+        const double lines = kCounts[i] - kCounts[0];
+        section.rows.push_back({std::to_string(kCounts[i]),
+                                {static_cast<double>(subjects[i].assembled_bytes()), 0},
+                                {times[i], 1},
+                                {i == 0 ? 0.0 : more / lines, 2},
+                                {memchr_us(subjects[i].assembled().fragment, scale.rounds), 2}});
+    }
+    return section;
+}
+
+}  // namespace bench
