@@ -20,9 +20,9 @@ struct AssemblyContext {
 
 /// Limits of ExpandIncludes. A text that passes one of them is refused, so a file that includes
 /// itself ends in an error.
-constexpr size_t kMaxIncludeDepth = 64;                    // files open in one another
-constexpr size_t kMaxIncludes = 4096;                      // directives in one text, in all
-constexpr size_t kMaxIncludedBytes = kMaxShaderFileBytes;  // of all included files together
+constexpr size_t kMaxIncludeDepth = 64;                 // files open in one another
+constexpr size_t kMaxIncludes = 4096;                   // directives in one text, in all
+constexpr size_t kMaxIncludedBytes = size_t{64} << 20;  // of all included files together
 
 /// Replaces each line part `#include "name"` of `text` by the file `name` from the folder of
 /// `path`. The file's own directives are replaced likewise, relative to the same folder. Directives
