@@ -105,8 +105,8 @@ public:
                                     uint32_t height, uint32_t pitch, int32_t channels,
                                     bool generate_mipmap, uint32_t filter_choice) = 0;
 
-    /// Slot 13. Gives an image input one picture per pass, in place of all that it had. The fields
-    /// for textures and for the expanded copy are to be zero.
+    /// Slot 13. Gives an image input one picture per pass, in place of all that it had. Of the
+    /// fields for textures only `external_texture` is taken; what the input owns starts empty.
     /// @returns 0; 1 for an empty list, an index out of range, or an audio input
     virtual int32_t SetInputTextureList(int32_t index, std::vector<InputTexture> list) = 0;
 
@@ -118,8 +118,9 @@ public:
                                        bool generate_mipmap, uint32_t filter_choice, uint32_t tag_a,
                                        uint32_t tag_b) = 0;
 
-    /// Slot 15. As `SetInputTextureList`, with still pictures: each record's `pixels` are taken as
-    /// still ones, and what did not change stays uploaded.
+    /// Slot 15. Gives an image input still pictures, one per pass: each record's `pixels` are taken
+    /// as still ones, and what did not change stays uploaded. A list of another length than the
+    /// last one is taken as by `SetInputTextureList`.
     /// @returns as `SetInputTextureList`
     virtual int32_t UpdateInputTextureList(int32_t index, std::vector<InputTexture> list) = 0;
 
