@@ -5,8 +5,8 @@ tally.py PRESET ...    reads build/PRESET/ctest.xml and build/PRESET/reports/NAM
 
 A test with a report counts with the cases in it, any other counts as one. A test that failed
 although its report shows no failure (it crashed or leaked at its end) counts as one failure more.
-A preset without any test and a suite without any case count as one failure each. The last line is "N passed, N failed", and the
-exit status is 0 only if something passed and nothing failed.
+A preset without any test and a suite without any case count as one failure each. The last line is
+"N passed, N failed", and the exit status is 0 only if something passed and nothing failed.
 """
 import re
 import sys

@@ -8,10 +8,9 @@ codename=$(. /etc/os-release && echo "${VERSION_CODENAME:-stable}")
 # Keeps what belongs to the distribution: suites CODENAME, CODENAME-updates, CODENAME-security.
 only_own_suites() {
     awk -v code="$codename" '
-        { suite = $NF }
         {
             for (i = 2; i <= NF; ++i) {
-                if ($i == code || $i == code "-updates" || $i == code "-security" || $i == "stable") {
+                if ($i == "stable" || $i ~ "^" code "(-updates|-security)?$") {
                     print
                     next
                 }

@@ -1,0 +1,68 @@
+#!/usr/bin/env python3
+"""clang-tidy finds nothing, by the set of checks in .clang-tidy.
+
+check_tidy.py BUILD-FOLDER
+
+Looks at the sources of src/ and tools/ that the build compiles. A file whose text, headers
+included, was clean before is not looked at again: BUILD-FOLDER/tidy keeps a mark for each.
+"""
+
+import hashlib
+import json
+import shlex
+import subprocess
+import sys
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+
+import tree
+
+BUILD = Path(sys.argv[1])
+MARKS = BUILD / "tidy"
+FOLDERS = ("src/", "tools/")
+
+
+def units():
+    """(name, command) of each source to look at."""
+    for entry in json.loads((BUILD / "compile_commands.json").read_text()):
+        path = Path(entry["file"])
+        if tree.ROOT in path.parents:
+            name = path.relative_to(tree.ROOT).as_posix()
+            if name.startswith(FOLDERS) and path.is_file():
+                yield name, entry
+
+
+def mark_of(entry):
+    """Where the mark of this very text lies; None if it cannot be preprocessed."""
+    command = [word for word in shlex.split(entry["command"]) if not word.endswith("ccache")]
+    command = command[:command.index("-o")] + ["-E", "-P", "-o", "-", entry["file"]]
+    run = subprocess.run(command, cwd=entry["directory"], capture_output=True)
+    if run.returncode:
+        return None
+    digest = hashlib.sha256(run.stdout)
+    digest.update((tree.ROOT / ".clang-tidy").read_bytes())
+    # Silencing comments count too; the preprocessor drops them.
+    digest.update(Path(entry["file"]).read_bytes())
+    return MARKS / digest.hexdigest()
+
+
+def problems_of_unit(unit):
+    name, entry = unit
+    mark = mark_of(entry)
+    if mark is not None and mark.exists():
+        return []
+    run = subprocess.run(["clang-tidy", "--quiet", "-p", str(BUILD), entry["file"]],
+                         capture_output=True, text=True)
+    found = [line.replace(str(tree.ROOT) + "/", "") for line in run.stdout.splitlines()
+             if ": error:" in line or ": warning:" in line]
+    if run.returncode and not found:
+        found = [f"{name}: {run.stdout}{run.stderr}"]
+    if not found and mark is not None:
+        mark.touch()
+    return found
+
+
+MARKS.mkdir(parents=True, exist_ok=True)
+with ThreadPoolExecutor(2) as pool:
+    results = list(pool.map(problems_of_unit, list(units())))
+tree.finish("clang-tidy", sorted({p for problems in results for p in problems}))
