@@ -1,5 +1,6 @@
 """What the checks share: the files of the tree, and how a check ends."""
 
+import os
 import subprocess
 import sys
 from pathlib import Path
@@ -11,11 +12,27 @@ DATA_FOLDERS = ("tests/golden/", "fuzz/corpus/", "fuzz/seeds/")
 BINARY_SUFFIXES = {".png", ".jpg", ".jpeg", ".raw", ".mp4", ".zip", ".ico"}
 
 
+def listed_by_git():
+    run = subprocess.run(
+        ["git", "-c", "safe.directory=*", "ls-files", "--cached", "--others",
+         "--exclude-standard"], cwd=ROOT, capture_output=True, text=True)
+    return run.stdout.splitlines() if run.returncode == 0 else None
+
+
+def listed_by_walk():
+    """The same for a copy of the tree without version control."""
+    found = []
+    for folder, folders, names in os.walk(ROOT):
+        folders[:] = [name for name in folders if name not in (".git", "build", "out")]
+        found += [(Path(folder) / name).relative_to(ROOT).as_posix() for name in names]
+    return found
+
+
 def files(*suffixes):
     """Paths, relative to the root, of the files under version control or about to be added."""
-    listed = subprocess.run(
-        ["git", "ls-files", "--cached", "--others", "--exclude-standard"],
-        cwd=ROOT, check=True, capture_output=True, text=True).stdout.splitlines()
+    listed = listed_by_git()
+    if listed is None:
+        listed = listed_by_walk()
     present = [name for name in listed if (ROOT / name).is_file()]
     return sorted(name for name in present if not suffixes or Path(name).suffix in suffixes)
 
