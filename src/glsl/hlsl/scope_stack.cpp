@@ -8,16 +8,8 @@ namespace glsl {
 
 namespace {
 
-// Hashes are polynomials, so that the hash of a key follows from those of its parts.
-constexpr uint32_t kBase = 0x01000193U;
-
-constexpr uint32_t hashText(std::string_view text) {
-    uint32_t hash = 0;
-    for (const char c : text) {
-        hash = hash * kBase + static_cast<unsigned char>(c);
-    }
-    return hash;
-}
+constexpr uint32_t kBase = hashName(std::string_view("\1\0", 2));
+static_assert(hashName("ab") == 'a' * kBase + 'b', "hashes are polynomials in kBase");
 
 constexpr size_t kPowers = 64;
 
@@ -42,7 +34,7 @@ uint32_t powerOfBase(size_t exponent) {
 
 // A text of fixed content around a name.
 struct Affix {
-    constexpr Affix(std::string_view affix) : text(affix), hash(hashText(affix)) {}
+    constexpr Affix(std::string_view affix) : text(affix), hash(hashName(affix)) {}
     std::string_view text;
     uint32_t hash;
 };
@@ -118,8 +110,7 @@ Symbol* ScopeStack::probe(const Key& key, uint32_t hash, size_t& slot) const {
     return nullptr;
 }
 
-Symbol& ScopeStack::intern(std::string_view name) {
-    const uint32_t hash = hashText(name);
+Symbol& ScopeStack::intern(std::string_view name, uint32_t hash) {
     const Key key = keyOf(name, KeyFamily::plain);
     Symbol* sameKey = nullptr;
     size_t slot = firstSlot(hash);

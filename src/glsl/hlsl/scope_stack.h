@@ -17,6 +17,15 @@
 
 namespace glsl {
 
+/// Hash of a name: a polynomial, so that the hash of a key follows from those of its parts.
+constexpr uint32_t hashName(std::string_view name) {
+    uint32_t hash = 0;
+    for (const char c : name) {
+        hash = hash * 0x01000193U + static_cast<unsigned char>(c);
+    }
+    return hash;
+}
+
 /// What a name is kept as. The key of an entry is the name with a text before or behind it, and two
 /// keys are the same if their whole texts are: a variable that happens to be called
 /// "HAVE_FUNC_f" meets the mark of a function `f`.
@@ -54,7 +63,9 @@ public:
     /// The plain symbol of a name.
     ///
     /// @param name  must stay as it is as long as the stack lives
-    Symbol& intern(std::string_view name);
+    Symbol& intern(std::string_view name) { return intern(name, hashName(name)); }
+    /// The same with hashName(name) at hand.
+    Symbol& intern(std::string_view name, uint32_t hash);
 
     /// Opens a scope inside the current one.
     void push() { scopes_.push(static_cast<uint32_t>(entries_.size())); }

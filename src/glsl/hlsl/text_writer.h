@@ -37,24 +37,21 @@ public:
         require(1);
         *at_++ = c;
     }
-    /// @param text  no part of what this writer wrote; see repeat()
-    void put(std::string_view text) {
-        require(text.size());
-        std::memcpy(at_, text.data(), text.size());
-        at_ += text.size();
+    /// @param piece  no part of what this writer wrote; see repeat()
+    void put(std::string_view piece) {
+        require(piece.size());
+        append(piece.data(), piece.size());
     }
     /// A text whose length the compiler knows.
     template <size_t kSize>
-    void put(const char (&text)[kSize]) {
+    void put(const char (&piece)[kSize]) {
         require(kSize - 1);
-        std::memcpy(at_, text, kSize - 1);
-        at_ += kSize - 1;
+        append(piece, kSize - 1);
     }
     /// Appends what stands from `begin` up to `end` once more.
     void repeat(size_t begin, size_t end) {
         require(end - begin);
-        std::memcpy(at_, begin_ + begin, end - begin);
-        at_ += end - begin;
+        append(begin_ + begin, end - begin);
     }
 
     /// Forgets everything from `position` on.
@@ -71,6 +68,12 @@ private:
         begin_ = out_.data();
         at_ = begin_ + used;
         end_ = begin_ + out_.size();
+    }
+    void append(const char* bytes, size_t count) {
+        if (count != 0) {  // an empty view may point nowhere
+            std::memcpy(at_, bytes, count);
+            at_ += count;
+        }
     }
     void require(size_t count) {
         if (static_cast<size_t>(end_ - at_) < count) {
