@@ -102,6 +102,7 @@ bool CDirectXEffect::ReleaseEffectResources() {
     ReleaseAttributeBuffers(attributes);
     ReleaseAttributeBuffers(retired_attributes);
     release(staging_texture);
+    leftovers_.clear();
     delete dx_effect;
     dx_effect = nullptr;
     release(deferred_context);

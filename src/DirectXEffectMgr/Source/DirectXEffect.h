@@ -10,14 +10,13 @@
 #include <vector>
 
 #include "DirectXEffectMgr/Include/IOpenGLEffect.h"
+#include "DirectXEffectMgr/Source/device_leftovers.h"
 #include "DirectXEffectMgr/Source/device_records.h"
 #include "DirectXEffectMgr/Source/name_scratch.h"
+#include "DirectXEffectMgr/Source/refusal_log.h"
 #include "DirectXEffectMgr/Source/relaxed.h"
 
-struct ID3D11BlendState;
-struct ID3D11DepthStencilState;
 struct ID3D11InputLayout;
-struct ID3D11RasterizerState;
 struct ID3D11ShaderReflection;
 
 class CDirectXEffectEngine;
@@ -25,6 +24,8 @@ class DXEffect;
 class FlatInputDX;
 class AudioInputDX;
 class ResourcePoolDX;
+struct PipelineStates;
+struct Recording;
 namespace movit {
 class Effect;
 class Input;
@@ -269,29 +270,56 @@ private:
     void CreateFboDepth(FboDepth& fbo_depth, uint32_t fbo_width, uint32_t fbo_height);
     static void ReleaseFboTexture(TextureNum& fbo);
     static void ReleaseFboDepth(FboDepth& fbo_depth);
-    /// Steps 4 to 7 of a draw: the targets exist at the effect's size.
-    void PrepareTargets();
-    void PrepareExtraTargets(bool resized);
+    /// Makes target, depth buffer and further targets, as far as they are missing or of another
+    /// size. Failures are logged, and the draw goes on with what there is.
+    void PrepareTargets(const DrawSettings& settings);
+    void SpareExtraTargets();
+    void PrepareExtraTargets(const DrawSettings& settings, bool resized);
 
     // --- pipeline (DirectXEffectPipeline.cpp)
 
-    [[nodiscard]] bool CreateDepthStates(ID3D11DepthStencilState*& write_state,
-                                         ID3D11DepthStencilState*& no_write_state);
-    [[nodiscard]] bool CreateRasterizerState(ID3D11RasterizerState*& state);
-    /// Null where no blending is asked for, or where the device failed.
-    [[nodiscard]] ID3D11BlendState* CreateBlendState();
-    void SetViewport();
-    [[nodiscard]] bool SetTopology();
+    /// Binds the targets, clears them, and sets everything that does not change from pass to pass
+    /// but the input layout.
+    ///
+    /// @param states  receives the state objects; those made before a failure too
+    /// @returns false if a state object could not be made (logged)
+    [[nodiscard]] bool SetPipeline(const DrawSettings& settings, PipelineStates& states);
+    [[nodiscard]] bool BindTargets(const DrawSettings& settings, PipelineStates& states);
+    void ClearOrCopyTarget();
+    [[nodiscard]] bool SetRasterizerState(PipelineStates& states);
+    void SetBlendState(PipelineStates& states);
+    [[nodiscard]] bool SetTopology(int32_t mode);
+    /// Takes everything off the pipeline again, and releases the state objects.
+    void ResetPipeline(PipelineStates& states);
     void BuildInputLayout();
-    /// Position of the vertex shader's input that an attribute feeds; -1 for none.
-    [[nodiscard]] int32_t FindVertexInput(const char* attribute_name);
+    /// Position of the vertex shader's input that an attribute feeds, negative for none.
+    [[nodiscard]] int32_t FindVertexInput(VertexAttributeSlot& slot);
 
     // --- vertex data (DirectXEffectAttributes.cpp)
 
-    void fill_vertex_attribute(VertexAttributeSlot& slot, uint32_t byte_width);
-    /// Binds a list of indices and tells how many there are.
-    void fill_element_attribute(VertexAttributeSlot& slot, uint32_t& index_count, int32_t vertices);
+    void fill_vertex_attribute(VertexAttributeSlot& slot, uint64_t byte_width);
+    /// Binds a list of indices.
+    void fill_element_attribute(VertexAttributeSlot& slot, uint64_t index_count);
+    /// Binds the vertex data of a pass and tells how to draw it.
+    void BindAttributes(size_t pass, PassDraw& draw);
+    /// The buffer goes with the next draw.
+    void OrphanBuffers(std::vector<VertexAttributeSlot>& slots);
     static void ReleaseAttributeBuffers(AttributeMap& map);
+
+    // --- draw (DirectXEffectDraw.cpp)
+
+    [[nodiscard]] DrawSettings CurrentSettings() const;
+    void DrawPass(size_t pass, const DrawSettings& settings, const PipelineStates& states);
+    /// The program of a pass; null, with a line in the log, if it has none.
+    [[nodiscard]] const ProgramRecord* ProgramOfPass(size_t pass);
+    void UploadInputs(int32_t pass);
+    void DrawInstances(size_t pass, const PassDraw& draw);
+    [[nodiscard]] bool DeliverPicture(const DrawSettings& settings);
+    /// Hands what was recorded to the immediate context.
+    ///
+    /// @param given  receives what the device gave for it
+    /// @returns false if there is nothing to hand over
+    [[nodiscard]] bool ExecuteRecorded(Recording& given);
 
     // --- members, named and ordered as the rest of the library knows them
 
@@ -387,5 +415,7 @@ private:
     std::string vertex_text;
     std::shared_ptr<CDirectXEffectEngine> engine_owner_;  // a destroyed engine refuses, but stays
     std::shared_ptr<ResourcePoolDX> pool_owner_;
-    NameScratch name_scratch_;  // for the names that setters look up
+    NameScratch name_scratch_;   // for the names that setters look up
+    DeviceLeftovers leftovers_;  // of failed calls and replaced vertex data, until the next draw
+    RefusalLog refusals_;        // numbers that the log was told of already
 };

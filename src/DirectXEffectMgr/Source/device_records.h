@@ -19,8 +19,30 @@ struct FboDepth {
     uint32_t height = 0;
 };
 
+/// Values of VertexAttributeSlot::vertex_input that are no position.
+constexpr int32_t kNoVertexInput = -1;
+constexpr int32_t kVertexInputUnknown = -2;
+
 /// A vertex attribute of one pass with the buffer made from it.
 struct VertexAttributeSlot {
     VertexAttribute attribute;
-    ID3D11Buffer* buffer = nullptr;  // owned by the effect; null until the first use
+    ID3D11Buffer* buffer = nullptr;              // owned by the effect; null until the first use
+    int32_t vertex_input = kVertexInputUnknown;  // found once: see FindVertexInput
+};
+
+/// The effect's flags and size as one draw sees them, from its start to its end.
+struct DrawSettings {
+    uint32_t width, height;  // pixels
+    bool depth_test;         // depth is tested and may be written per pass
+    bool has_depth;          // the target has a depth buffer
+    bool extra_depths;       // so have the further targets
+    bool msaa;
+    int32_t primitive_mode;
+};
+
+/// What one pass draws.
+struct PassDraw {
+    bool indexed;
+    uint32_t index_count;  // of an indexed draw
+    uint32_t vertices;     // of the other kind
 };

@@ -14,3 +14,11 @@ void check_device(ID3D11Device* device, const char* source, int32_t line) {
                   dx_error_name(static_cast<int32_t>(reason)), source, line);
     }
 }
+
+bool failed(int32_t result, const char* message) {
+    if (result >= 0) {
+        return false;
+    }
+    log_error(message);  // NOLINT(clang-diagnostic-format-security): fixed texts without fields
+    return true;
+}

@@ -26,3 +26,9 @@ void release(T*& field) {
 /// @param source  one of the source names above
 /// @param line    line of the call, `__LINE__`
 void check_device(ID3D11Device* device, const char* source, int32_t line);
+
+/// Tells whether a device call failed, and logs it if so.
+///
+/// @param result   what the call returned
+/// @param message  fixed text without format fields
+[[nodiscard]] bool failed(int32_t result, const char* message);
