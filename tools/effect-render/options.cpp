@@ -119,7 +119,7 @@ void AddTextOption(CLI::App& app, const std::string& names, const std::string& s
             }
         },
         help);
-    option->type_name(shape)->type_size(1)->expected(1);
+    option->type_name(shape)->type_size(1)->expected(1)->allow_extra_args(false);
     option->multi_option_policy(repeatable ? CLI::MultiOptionPolicy::TakeAll
                                            : CLI::MultiOptionPolicy::Throw);
 }
