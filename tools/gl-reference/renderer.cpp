@@ -4,11 +4,12 @@
 #include <GL/gl.h>
 #include <GL/glext.h>
 
+#include <algorithm>
 #include <stdexcept>
 #include <vector>
 
+#include "effect-render/picture.h"
 #include "shader_text.h"
-#include "stb_headers.h"
 
 namespace reference {
 
@@ -46,21 +47,27 @@ GLuint link(const ShaderText& text) {
     return program;
 }
 
-void load_input(const std::string& path, size_t unit) {
-    int width = 0;
-    int height = 0;
-    int channels = 0;
-    stbi_set_flip_vertically_on_load(1);  // OpenGL's first row is the lowest
-    unsigned char* pixels = stbi_load(path.c_str(), &width, &height, &channels, 4);
-    if (pixels == nullptr) {
-        throw std::runtime_error(path + ": " + stbi_failure_reason());
+// OpenGL's first row is the lowest, a picture's the uppermost.
+void turn_over(effect_render::Picture& picture) {
+    const size_t row = picture.RowPitch();
+    for (size_t top = 0, bottom = picture.height; top + 1 < bottom; ++top) {
+        --bottom;
+        std::swap_ranges(picture.pixels.begin() + static_cast<std::ptrdiff_t>(top * row),
+                         picture.pixels.begin() + static_cast<std::ptrdiff_t>((top + 1) * row),
+                         picture.pixels.begin() + static_cast<std::ptrdiff_t>(bottom * row));
     }
+}
+
+void load_input(const std::string& path, size_t unit) {
+    effect_render::Picture picture = effect_render::LoadPicture(path, 4);
+    turn_over(picture);
     GLuint texture = 0;
     glGenTextures(1, &texture);
     glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
     glBindTexture(GL_TEXTURE_2D, texture);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, width, height, 0, GL_RGBA, GL_UNSIGNED_BYTE, pixels);
-    stbi_image_free(pixels);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, static_cast<GLsizei>(picture.width),
+                 static_cast<GLsizei>(picture.height), 0, GL_RGBA, GL_UNSIGNED_BYTE,
+                 picture.pixels.data());
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_MIRRORED_REPEAT);
@@ -138,15 +145,14 @@ void draw_frame(const Job& job, GLuint program, const Frame& frame) {
     glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT);
     glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
-    std::vector<unsigned char> pixels(static_cast<size_t>(job.width) *
-                                      static_cast<size_t>(job.height) * 4);
+    effect_render::Picture picture;
+    picture.width = static_cast<uint32_t>(job.width);
+    picture.height = static_cast<uint32_t>(job.height);
+    picture.pixels.resize(size_t{picture.RowPitch()} * picture.height);
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    glReadPixels(0, 0, job.width, job.height, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
-    stbi_flip_vertically_on_write(1);
-    if (stbi_write_png(frame.out.c_str(), job.width, job.height, 4, pixels.data(), job.width * 4) ==
-        0) {
-        throw std::runtime_error(frame.out + ": cannot be written");
-    }
+    glReadPixels(0, 0, job.width, job.height, GL_RGBA, GL_UNSIGNED_BYTE, picture.pixels.data());
+    turn_over(picture);
+    effect_render::SavePicture(frame.out, picture);
 }
 
 }  // namespace
