@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
-#include "DirectXEffectMgr/Source/core/fixed_texts.h"
 #include "DirectXEffectMgr/Source/core/program_source.h"
 #include "log_capture.h"
 #include "memory_files.h"
@@ -58,22 +55,14 @@ TEST(OriginMapTest, SlicesKeepTheirOrigins) {
     }
 }
 
-// "file:line:column" of each place where `needle` stands in the assembled fragment text.
+// "file:line:column" of the place where `needle` stands in the assembled fragment text.
 std::string place_of(const AssembledProgram& program, const ProgramMaps& maps,
                      const std::string& needle) {
     const size_t offset = program.fragment.find(needle);
     if (offset == std::string::npos) {
         return "none";
     }
-    size_t line = 1;
-    size_t start = 0;
-    for (size_t i = 0; i < offset; ++i) {
-        if (program.fragment[i] == '\n') {
-            ++line;
-            start = i + 1;
-        }
-    }
-    const auto location = maps.fragment.locate(program.fragment, line, offset - start + 1);
+    const auto location = maps.fragment.locate_assembled(offset);
     if (!location) {
         return "unknown";
     }
@@ -144,25 +133,12 @@ TEST_F(SourceMapTest, TheEndOfTheTextIsTheEndOfTheMainFile) {
     files_.files = {{"m", "a\nbc"}};
     sources_.fragment.path = "m";
     assemble();
-    const auto location = maps_.fragment.locate(program_.fragment, 100000, 1);
+    const auto location = maps_.fragment.locate_assembled(1000000);
     ASSERT_TRUE(location);
     EXPECT_EQ(location->file, "m");
     EXPECT_EQ(location->line, 2u);
     EXPECT_EQ(location->column, 3u);
     EXPECT_EQ(location->line_text, "bc");
-}
-
-TEST_F(SourceMapTest, AColumnPastTheEndIsTheEndOfItsLine) {
-    files_.files = {{"m", "abc\ndef\n"}};
-    sources_.fragment.path = "m";
-    assemble();
-    const size_t line =
-        static_cast<size_t>(std::count(kFragmentPrelude.begin(), kFragmentPrelude.end(), '\n')) + 1;
-    const auto location = maps_.fragment.locate(program_.fragment, line, 900);
-    ASSERT_TRUE(location);
-    EXPECT_EQ(location->line, 1u);
-    EXPECT_EQ(location->column, 4u);
-    EXPECT_EQ(location->line_text, "abc");
 }
 
 TEST_F(SourceMapTest, TextsOfTheHostAreCalledText) {

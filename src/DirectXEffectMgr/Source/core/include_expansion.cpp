@@ -58,17 +58,21 @@ private:
 
     Level& top() { return levels_.back(); }
 
-    // Looks at one byte, or at a whole comment or directive.
+    // Passes what means nothing here, then one byte, one comment or one directive.
     bool step() {
         Level& level = top();
         const std::string& text = level.text;
-        const size_t at = level.at;
-        if (text.compare(at, 2, "//") == 0) {
+        const size_t at = next_mark(text, level.at);
+        level.at = at;
+        if (at == text.size()) {
+            return true;
+        }
+        if (text[at] == '/' && at + 1 < text.size() && text[at + 1] == '/') {
             const size_t newline = text.find('\n', at);
             level.at = newline == std::string::npos ? text.size() : newline + 1;
             return true;
         }
-        if (text.compare(at, 2, "/*") == 0) {
+        if (text[at] == '/' && at + 1 < text.size() && text[at + 1] == '*') {
             skip_block_comment();
             return true;
         }
@@ -82,6 +86,14 @@ private:
         }
         ++level.at;
         return true;
+    }
+
+    // The next byte that can mean something.
+    static size_t next_mark(const std::string& text, size_t at) {
+        while (at < text.size() && text[at] != '/' && text[at] != '#' && text[at] != '"') {
+            ++at;
+        }
+        return at;
     }
 
     // On purpose: the search begins at the opener, so "/*/" is a whole comment.

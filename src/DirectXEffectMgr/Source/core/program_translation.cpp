@@ -31,7 +31,8 @@ bool translate_stage(ShaderStage stage, const std::string& source, const PrintIn
         log_numbered_lines(source);
         log_error("%s\n", text == nullptr ? "" : text);
         if (failure != nullptr) {
-            *failure = ParseFailure{stage, text == nullptr ? "" : text};
+            *failure = ParseFailure{stage, text == nullptr ? "" : text, parser.errorLine(),
+                                    parser.errorColumn(), source};
         }
         return false;
     }

@@ -4,19 +4,6 @@
 
 namespace {
 
-// The offset of a line's first byte; the text's length if there are fewer lines.
-size_t line_start(std::string_view text, size_t line) {
-    size_t start = 0;
-    for (size_t passed = 1; passed < line; ++passed) {
-        const size_t newline = text.find('\n', start);
-        if (newline == std::string_view::npos) {
-            return text.size();
-        }
-        start = newline + 1;
-    }
-    return start;
-}
-
 size_t line_end(std::string_view text, size_t start) {
     return std::min(text.find('\n', start), text.size());
 }
@@ -105,11 +92,7 @@ SourceLocation SourceMap::locate(SourcePosition position) const {
     return location;
 }
 
-std::optional<SourceLocation> SourceMap::locate(std::string_view assembled, size_t line,
-                                                size_t column) const {
-    const size_t start = line_start(assembled, line);
-    const size_t end = line_end(assembled, start);
-    const size_t offset = std::min(start + (column == 0 ? 0 : column - 1), end);
+std::optional<SourceLocation> SourceMap::locate_assembled(size_t offset) const {
     const std::optional<SourcePosition> position = origins.find(offset);
     if (!position) {
         return std::nullopt;

@@ -84,9 +84,6 @@ struct SourceMap {
     /// Names a position of a file.
     SourceLocation locate(SourcePosition position) const;
 
-    /// The author's place of a line and column, both from 1, of the assembled text. A column past
-    /// the line's end means the end of the line; a line past the text's end means the text's end.
-    /// Nothing if the map is empty.
-    std::optional<SourceLocation> locate(std::string_view assembled, size_t line,
-                                         size_t column) const;
+    /// Names where byte `offset` of the assembled text came from; nothing if the map is empty.
+    std::optional<SourceLocation> locate_assembled(size_t offset) const;
 };
