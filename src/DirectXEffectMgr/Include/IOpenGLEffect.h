@@ -465,7 +465,8 @@ public:
     virtual int32_t SetClearEnabled(bool enabled) = 0;
 
     /// Slot 95. Sets what vertices make up: 0 triangle strip, 1 triangle list, 2 and 3 line list; 2
-    /// always draws with indices. With any other mode a draw fails, with a line in the log.
+    /// always draws with indices. With any other mode all passes are left out, with a line in the
+    /// log.
     /// @returns 0
     virtual int32_t SetPrimitiveMode(int32_t mode) = 0;
 
@@ -481,8 +482,8 @@ public:
     virtual void SetVertexSegmentIndices(std::vector<int32_t> indices) = 0;
 
     /// Slot 99. Adds or replaces a program for single passes, on the engine's thread; blocks. A
-    /// null or empty text stands for the effect's own file. A failed compile is logged only; the
-    /// program then draws nothing.
+    /// null or empty text stands for the effect's own file. Call it after `InitEffect`. A failed
+    /// compile is logged only; passes with that program are then left out.
     /// @param number  0: receives the number of a new program, from 2 on; a number from here:
     ///          replaces it
     /// @returns false for 1, the main program, for null, and if the engine is ending
