@@ -7,10 +7,12 @@
 
 namespace glsl {
 
-/// Levels of nesting (parentheses, calls, subscripts, prefix operators, statements, structures)
-/// that a source may have. A deeper one is refused with "nesting too deep", long before a stack of
-/// 1 MiB is in danger, be it in the parser or in a printer that walks the tree by recursion.
-inline constexpr std::uint32_t kMaxNesting = 320;
+/// Levels that a tree may have below one another, left operands, operands of postfix forms and
+/// elements of lists not counted. A deeper source is refused with "nesting too deep", long before a
+/// stack of 1 MiB is in danger, be it in the parser or in a printer that walks the tree by
+/// recursion. A level in the source (a parenthesis, a call in an operator's right operand, a
+/// statement in a statement) takes one or two of them, so 256 of any kind can be nested.
+inline constexpr std::uint32_t kMaxNesting = 520;
 
 /// Reads one shader source and builds its tree, one object per source. Stops at the first error.
 class parser {

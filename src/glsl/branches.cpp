@@ -1,0 +1,133 @@
+#include <cstring>
+
+#include "glsl/char_class.h"
+#include "glsl/lexer.h"
+#include "glsl/scan.h"
+
+// The lexer's cutting of branches. Text goes away by moving what stands between the reader and the
+// cut towards the cut, and the reader with it: what is behind the cut stays in place, so a
+// conditional costs no more than the text that it looks through.
+
+namespace glsl {
+
+namespace {
+
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+constexpr std::size_t kElseLength = 5;   // "#else"
+constexpr std::size_t kEndifLength = 6;  // "#endif"
+
+}  // namespace
+
+// Next `#` outside comments from `from` on, and the letters behind it; kNone if there is none.
+std::size_t lexer::nextDirective(std::size_t from, std::string_view& word) const {
+    const char* end = source_.end();
+    const char* at = source_.data() + from;
+    for (at = findEither(at, end, '#', '/'); at != end; at = findEither(at, end, '#', '/')) {
+        if (*at == '#') {
+            const char* last = at + 1;
+            while (isClass(*last, kLetter)) {
+                ++last;
+            }
+            word = {at + 1, static_cast<std::size_t>(last - at - 1)};
+            return static_cast<std::size_t>(at - source_.data());
+        }
+        const char* behind = skipComments(at, end);
+        at = behind == at ? at + 1 : behind;
+    }
+    return kNone;
+}
+
+std::size_t lexer::nextEndif(std::size_t from) const {
+    std::string_view word;
+    for (std::size_t at = nextDirective(from, word); at != kNone;
+         at = nextDirective(at + 1, word)) {
+        if (word == "endif") {
+            return at;
+        }
+    }
+    return kNone;
+}
+
+// Behind a condition that holds: cuts the other branch, if it comes next, or takes away a plain
+// #endif.
+void lexer::keepBranch() {
+    if (source_.length() - position_.index < 2) {
+        return;
+    }
+    std::string_view word = "define";
+    std::size_t at = position_.index;
+    while (at != kNone && word == "define") {
+        at = nextDirective(at + 1, word);
+    }
+    if (at == kNone) {
+        return;
+    }
+    if (word == "endif") {
+        removeAhead(at, kEndifLength);
+        popCondition();
+    } else if ((word == "else" || word == "elifdef") && !condition_stack_.empty()) {
+        const std::size_t endif = nextEndif(at + 1);
+        if (endif != kNone) {
+            replaceByNewlines(at, endif + kEndifLength);
+            popCondition();
+        }
+    }
+}
+
+// Behind a condition that does not hold: cuts up to the next directive, whatever it is.
+void lexer::cutBranch() {
+    if (source_.length() - position_.index < 2) {
+        return;
+    }
+    std::string_view word;
+    const std::size_t at = nextDirective(position_.index + 1, word);
+    if (at == kNone) {
+        return;
+    }
+    // The line feeds are put right in front of what stays, and the reader in front of them.
+    std::size_t cut_to = at - 1;
+    if (word == "endif") {
+        const bool taken = topIs(true);
+        popCondition();
+        if (taken) {
+            return;
+        }
+        cut_to = at + kEndifLength;
+    }
+    replaceByNewlines(position_.index, cut_to);
+    takeElse(cut_to + 1);
+}
+
+// If an #else stands at `at` and its turn has come, its text is kept to the #endif.
+void lexer::takeElse(std::size_t at) {
+    std::string_view word;
+    if (!topIs(false) || at >= source_.length() || nextDirective(at, word) != at ||
+        word != "else") {
+        return;
+    }
+    removeAhead(at, kElseLength);
+    const std::size_t endif = nextEndif(at + kElseLength);
+    if (endif != kNone) {
+        removeAhead(endif, kEndifLength);
+        popCondition();
+    }
+}
+
+// Replaces [from, to), which lies at or ahead of the reader, by its newlines.
+void lexer::replaceByNewlines(std::size_t from, std::size_t to) {
+    char* bytes = source_.data();
+    const std::size_t newlines = countByte(bytes + from, bytes + to, '\n');
+    removeAhead(from, to - from - newlines);
+    std::memset(bytes + to - newlines, '\n', newlines);
+}
+
+// Takes `count` bytes at `at`, which lies at or ahead of the reader, out of the text.
+void lexer::removeAhead(std::size_t at, std::size_t count) {
+    char* reader = source_.data() + position_.index;
+    std::memmove(reader + count, reader, at - position_.index);
+    const auto moved = static_cast<std::uint32_t>(count);
+    position_.index += moved;
+    position_.shift -= moved;
+}
+
+}  // namespace glsl
