@@ -4,6 +4,8 @@
 #include <d3dcompiler.h>
 #include <wrl/client.h>
 
+#include <utility>
+
 #include "DirectXEffectMgr/Source/core/numbered_lines.h"
 #include "DirectXEffectMgr/Source/device_objects.h"
 #include "DirectXEffectMgr/Source/device_util.h"
@@ -80,6 +82,16 @@ void release_objects(ProgramRecord& program) {
     release(program.pixel_shader);
 }
 
+// Releases what was made of a program, unless it is taken out.
+struct UnfinishedProgram {
+    ProgramRecord program{};
+
+    UnfinishedProgram() = default;
+    UnfinishedProgram(const UnfinishedProgram&) = delete;
+    UnfinishedProgram& operator=(const UnfinishedProgram&) = delete;
+    ~UnfinishedProgram() { release_objects(program); }
+};
+
 DXGI_FORMAT device_format(uint32_t internal_format) {
     switch (internal_format) {
         case kGlLuminance:
@@ -121,18 +133,12 @@ bool ResourcePoolDX::compile_program(ProgramRecord& out, const std::string& vert
         return true;
     }
     warn_about_texts(vertex_text, fragment_text);
-    ProgramRecord program{};
-    if (!build_program(program, vertex_text, fragment_text)) {
-        release_objects(program);
+    UnfinishedProgram made;
+    if (!build_program(made.program, vertex_text, fragment_text)) {
         return false;
     }
-    try {
-        programs_.add(vertex_text, fragment_text, program);
-    } catch (...) {
-        release_objects(program);
-        throw;
-    }
-    out = program;
+    programs_.add(vertex_text, fragment_text, made.program);
+    out = std::exchange(made.program, {});
     return true;
 }
 
@@ -182,9 +188,18 @@ GpuData ResourcePoolDX::create_texture(ID3D11Device* device, uint32_t internal_f
     } else if (FAILED(create_colour_sampler(device, made.sampler))) {
         log_error("CreateSamplerState failed!");
     } else {
-        textures_.add(made, wanted);
+        enter(made, wanted);
     }
     return made;
+}
+
+void ResourcePoolDX::enter(GpuData& made, const TextureFormat& format) {
+    try {
+        textures_.add(made, format);
+    } catch (...) {
+        release_objects(made);
+        throw;
+    }
 }
 
 void ResourcePoolDX::release_texture(GpuData& texture) {

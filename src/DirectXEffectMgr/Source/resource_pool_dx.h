@@ -63,6 +63,7 @@ public:
 
 private:
     ID3D11Device* device();
+    void enter(GpuData& made, const TextureFormat& format);
     [[nodiscard]] bool build_program(ProgramRecord& out, const std::string& vertex_text,
                                      const std::string& fragment_text);
 

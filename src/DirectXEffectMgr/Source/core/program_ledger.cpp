@@ -21,7 +21,7 @@ bool ProgramLedger::acquire(std::string_view vertex_text, std::string_view fragm
     if (counted->second == 0) {
         const auto idle = std::find(unused_.begin(), unused_.end(), program);
         if (idle != unused_.end()) {
-            unused_.erase(idle);
+            nodes_.splice(nodes_.begin(), unused_, idle);
         }
     }
     ++counted->second;
@@ -31,6 +31,7 @@ bool ProgramLedger::acquire(std::string_view vertex_text, std::string_view fragm
 
 void ProgramLedger::add(const std::string& vertex_text, const std::string& fragment_text,
                         const ProgramRecord& program) {
+    std::list<ProgramRecord> node(1);
     const auto counted = use_counts_.try_emplace(program, 0).first;
     try {
         programs_.insert_or_assign(Key(vertex_text, fragment_text), program);
@@ -39,9 +40,10 @@ void ProgramLedger::add(const std::string& vertex_text, const std::string& fragm
         throw;
     }
     counted->second = 1;
+    nodes_.splice(nodes_.begin(), node);
 }
 
-bool ProgramLedger::release(const ProgramRecord& program, ProgramRecord& evicted) {
+bool ProgramLedger::release(const ProgramRecord& program, ProgramRecord& evicted) noexcept {
     const auto counted = use_counts_.find(program);
     if (counted == use_counts_.end()) {
         return false;
@@ -50,7 +52,8 @@ bool ProgramLedger::release(const ProgramRecord& program, ProgramRecord& evicted
         --counted->second;
         return false;
     }
-    unused_.push_front(counted->first);
+    nodes_.front() = counted->first;
+    unused_.splice(unused_.begin(), nodes_, nodes_.begin());
     use_counts_.erase(counted);
     if (unused_.size() <= max_unused_) {
         return false;

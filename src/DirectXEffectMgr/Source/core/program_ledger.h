@@ -38,7 +38,7 @@ public:
     ///
     /// @param evicted  receives the forgotten program, which the caller has to release
     /// @returns true if `evicted` was filled; a program that isn't in use changes nothing
-    [[nodiscard]] bool release(const ProgramRecord& program, ProgramRecord& evicted);
+    [[nodiscard]] bool release(const ProgramRecord& program, ProgramRecord& evicted) noexcept;
 
     /// Forgets one unused program, the most recently released first.
     ///
@@ -78,4 +78,5 @@ private:
     std::map<Key, ProgramRecord, KeyLess> programs_;
     std::map<ProgramRecord, int32_t, ShaderLess> use_counts_;
     std::list<ProgramRecord> unused_;  // the most recently released at the front
+    std::list<ProgramRecord> nodes_;   // one for each program in use, so that release() needs none
 };

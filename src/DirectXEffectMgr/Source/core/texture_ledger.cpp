@@ -59,7 +59,7 @@ bool TextureLedger::KeyLess::operator()(const Key& a, const Key& b) const {
     return std::less<>()(a.second, b.second);
 }
 
-bool TextureLedger::reuse(const TextureFormat& wanted, GpuData& out) {
+bool TextureLedger::reuse(const TextureFormat& wanted, GpuData& out) noexcept {
     const auto entry = std::find_if(
         free_.begin(), free_.end(),
         [&wanted](const FreeTexture& candidate) { return same_format(candidate.format, wanted); });
@@ -67,21 +67,21 @@ bool TextureLedger::reuse(const TextureFormat& wanted, GpuData& out) {
         return false;
     }
     out = entry->data;
-    unlink(entry);
+    free_bytes_ -= size_of_format(entry->format);
+    nodes_.splice(nodes_.begin(), free_, entry);
     return true;
 }
 
 void TextureLedger::add(const GpuData& texture, const TextureFormat& format) {
+    FreeList node(1);
     formats_.insert_or_assign(Key(texture.texture, texture.srv), format);
+    nodes_.splice(nodes_.begin(), node);
 }
 
-bool TextureLedger::give_back(const GpuData& texture) {
+bool TextureLedger::give_back(const GpuData& texture) noexcept {
     const auto known = formats_.find(Key(texture.texture, texture.srv));
-    if (known == formats_.end()) {
+    if (known == formats_.end() || nodes_.empty()) {
         return false;
-    }
-    if (nodes_.empty()) {
-        nodes_.emplace_back();
     }
     nodes_.front() = FreeTexture{texture, known->second};
     free_.splice(free_.begin(), nodes_, nodes_.begin());
@@ -105,14 +105,9 @@ bool TextureLedger::take_free(GpuData& out) {
     return true;
 }
 
-// Takes an entry off the free list and keeps its node for the next release.
-void TextureLedger::unlink(FreeList::iterator entry) {
-    free_bytes_ -= size_of_format(entry->format);
-    nodes_.splice(nodes_.begin(), free_, entry);
-}
-
 void TextureLedger::forget(FreeList::iterator entry, GpuData& out) {
     out = entry->data;
+    free_bytes_ -= size_of_format(entry->format);
     formats_.erase(Key(out.texture, out.srv));
-    unlink(entry);
+    free_.erase(entry);
 }

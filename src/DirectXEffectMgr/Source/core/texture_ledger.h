@@ -33,7 +33,7 @@ public:
     /// Hands out the free texture of exactly this format that was released last.
     ///
     /// @returns false, with `out` untouched, if no free texture fits
-    [[nodiscard]] bool reuse(const TextureFormat& wanted, GpuData& out);
+    [[nodiscard]] bool reuse(const TextureFormat& wanted, GpuData& out) noexcept;
 
     /// Enters a texture that was made just now and is in use.
     void add(const GpuData& texture, const TextureFormat& format);
@@ -42,7 +42,7 @@ public:
     /// take_over_budget() until it says no.
     ///
     /// @returns false, with nothing changed, if the texture is unknown
-    [[nodiscard]] bool give_back(const GpuData& texture);
+    [[nodiscard]] bool give_back(const GpuData& texture) noexcept;
 
     /// While the free list is above its budget, forgets the free texture released longest ago.
     ///
@@ -73,12 +73,11 @@ private:
         bool operator()(const Key& a, const Key& b) const;
     };
 
-    void unlink(FreeList::iterator entry);
     void forget(FreeList::iterator entry, GpuData& out);
 
     size_t max_free_bytes_;
     std::map<Key, TextureFormat, KeyLess> formats_;
     FreeList free_;   // the most recently released at the front
-    FreeList nodes_;  // list nodes without content, kept so that a release needs no heap
+    FreeList nodes_;  // one for each texture in use, so that give_back() needs no heap
     size_t free_bytes_ = 0;
 };
