@@ -165,6 +165,8 @@ TEST_F(ReadbackTest, FailuresOfAllKindsLeakNothing) {
     world.setMapGivesNull(true);
     drawInto(buffer, 12);
     world.setMapGivesNull(false);
+    // What a failed read-back took hold of stays until the next draw begins.
+    EXPECT_EQ(0, drawInto(buffer, 12));
     EXPECT_EQ(before, world.live());
 }
 

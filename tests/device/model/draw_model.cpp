@@ -251,7 +251,7 @@ void DrawModel::drawPass(const DrawShape& shape, size_t pass) {
     bool indexed = shape.primitive_mode == 2;
     int32_t index_count = 0;
     setAttributes(shape, pass, indexed, index_count);
-    uploadInputs(shape);
+    uploadInputs(shape, pass);
     deviceCheck();
     uploadConstants();
     deviceCheck();
@@ -288,7 +288,7 @@ void DrawModel::setAttributes(const DrawShape& shape, size_t pass, bool& indexed
     }
 }
 
-void DrawModel::uploadInputs(const DrawShape& shape) {
+void DrawModel::uploadInputs(const DrawShape& shape, size_t pass) {
     input_textures_.resize(shape.inputs.size());
     for (size_t i = 0; i < shape.inputs.size(); ++i) {
         const ModelInput& input = shape.inputs[i];
@@ -303,8 +303,11 @@ void DrawModel::uploadInputs(const DrawShape& shape) {
                             kept.texture + ", " + format + " TEXTURE2D mip=0 levels=1", "srv");
             kept.sampler = make("CreateSamplerState", kColourSampler, "sampler");
         }
-        context("UpdateSubresource",
-                kept.texture + ", 0, all, pitch " + number(input.pitch) + ", 0");
+        // A picture stays on its texture for the rest of the draw; samples are copied each time.
+        if (pass == 0 || input.audio) {
+            context("UpdateSubresource",
+                    kept.texture + ", 0, all, pitch " + number(input.pitch) + ", 0");
+        }
         for (const char* stage : {"PS", "VS"}) {
             context(std::string(stage) + "SetShaderResources",
                     number(static_cast<long long>(i)) + ", [" + kept.srv + "]");

@@ -91,7 +91,7 @@ private:
     void setPipeline(const DrawShape& shape);
     void drawPass(const DrawShape& shape, size_t pass);
     void setAttributes(const DrawShape& shape, size_t pass, bool& indexed, int32_t& index_count);
-    void uploadInputs(const DrawShape& shape);
+    void uploadInputs(const DrawShape& shape, size_t pass);
     void uploadConstants();
     void drawInstances(const DrawShape& shape, size_t pass, bool indexed, int32_t index_count);
     void deviceCheck();
