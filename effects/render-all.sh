@@ -26,7 +26,7 @@ failed=0
 for description_file in "$effects"/*/effect.json; do
     folder=$(dirname "$description_file")
     name=$(basename "$folder")
-    if (cd "$effects" && "${command[@]}" "$name" -o "$out/$name.png"); then
+    if "${command[@]}" "$folder" -o "$out/$name.png"; then
         printf '%s\n    %s\n' "$out/$name.png" "$(description "$description_file")"
     else
         printf 'render-all.sh: %s did not render\n' "$name" >&2

@@ -7,6 +7,6 @@ vec4 FUNCNAME(vec2 tc) {
     if (facing < 0.0) {
         color = INPUT2(vec2(1.0 - tc.x, tc.y)).rgb;
     }
-    float light = 0.35 + 0.65 * abs(facing);
+    float light = 0.5 + 0.5 * abs(facing);
     return vec4(color * light, 1.0);
 }

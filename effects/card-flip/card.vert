@@ -10,7 +10,7 @@ void main() {
     float away = corner.x * sin(angle);
 
     // At both ends of the way the card fills the frame; in between it steps back.
-    float back = 0.7 * sin(angle);
+    float back = 1.6 * sin(angle);
     float eye = 3.0;
     float reach = (eye + back + away) / eye;
     facing = cos(angle);

@@ -6,7 +6,7 @@
 customize_out float slope;
 
 float waveAt(vec2 place) {
-    return sin(place.x * 8.0 + place.y * 2.0 - PREFIX(time) * 6.28318531) * 0.16 * place.x;
+    return sin(place.x * 11.0 + place.y * 2.0 - PREFIX(time) * 6.28318531) * 0.11 * place.x;
 }
 
 void main() {

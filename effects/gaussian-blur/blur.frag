@@ -23,6 +23,8 @@ vec4 FUNCNAME(vec2 tc) {
     }
     vec4 blurred = total / weights;
     // A sharp window moves over the picture, to compare.
-    float inside = smoothstep(0.0, 0.01, PREFIX(window) - distance(tc, PREFIX(focus)));
+    float aspect = PREFIX(iResolution).x / PREFIX(iResolution).y;
+    float away = length((tc - PREFIX(focus)) * vec2(aspect, 1.0));
+    float inside = smoothstep(0.0, 0.01, PREFIX(window) - away);
     return mix(blurred, INPUT1(tc), inside);
 }

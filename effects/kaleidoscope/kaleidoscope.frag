@@ -14,6 +14,6 @@ vec4 FUNCNAME(vec2 tc) {
 
     vec2 folded = vec2(cos(angle), sin(angle)) * radius * PREFIX(zoom);
     vec4 color = INPUT1(folded / vec2(aspect, 1.0) + PREFIX(source));
-    float rim = smoothstep(0.9, 0.2, radius);
-    return vec4(color.rgb * (0.35 + 0.65 * rim), 1.0);
+    float rim = 1.0 - smoothstep(0.3, 1.1, radius);
+    return vec4(color.rgb * (0.45 + 0.55 * rim), 1.0);
 }

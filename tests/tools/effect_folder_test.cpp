@@ -245,8 +245,8 @@ INSTANTIATE_TEST_SUITE_P(All, SampleTest,
                          testing::Values("card-flip", "chroma-key", "color-grade", "dissolve",
                                          "dream", "flag", "gaussian-blur", "glow", "kaleidoscope",
                                          "particles", "shape-mask", "torus-knot"),
-                         [](const auto& info) {
-                             std::string name = info.param;
+                         [](const auto& sample) {
+                             std::string name = sample.param;
                              name.erase(std::remove(name.begin(), name.end(), '-'), name.end());
                              return name;
                          });

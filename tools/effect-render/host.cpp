@@ -23,19 +23,14 @@ Function Find(HMODULE module, const char* name) {
 }  // namespace
 
 Library::Library() {
-    HMODULE module = LoadLibraryA(kOpenGLEffectMgrFileName);
+    const HMODULE module = LoadLibraryA(kOpenGLEffectMgrFileName);
     if (module == nullptr) {
         throw ToolError(std::string(kOpenGLEffectMgrFileName) + ": cannot be loaded (error " +
                         std::to_string(GetLastError()) + ")");
     }
-    module_ = module;
     create_ = Find<CreateEngineFunction>(module, "CreateNLEOpenGLEffectEngineInstance");
     destroy_ = Find<DestroyEngineFunction>(module, "DestroyNLEOpenGLEffectEngineInstance");
     Find<SetIsAutoCreateGLContextFunction>(module, "SetIsAutoCreateGLContext");
-}
-
-Library::~Library() {
-    FreeLibrary(static_cast<HMODULE>(module_));
 }
 
 Engine::Engine(const Library& library, EngineMode mode) : library_(library) {

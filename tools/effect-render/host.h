@@ -5,20 +5,17 @@
 
 namespace effect_render {
 
-/// The library, loaded by its name as an editor does it. Throws a ToolError if it or one of its
-/// three functions is missing.
+/// The library, loaded by its name as an editor does it, and from then on until the process ends:
+/// an engine never lets go of its device. Throws a ToolError if the library or one of its three
+/// functions is missing.
 class Library {
 public:
     Library();
-    ~Library();
-    Library(const Library&) = delete;
-    Library& operator=(const Library&) = delete;
 
     CreateEngineFunction Create() const { return create_; }
     DestroyEngineFunction Destroy() const { return destroy_; }
 
 private:
-    void* module_ = nullptr;
     CreateEngineFunction create_ = nullptr;
     DestroyEngineFunction destroy_ = nullptr;
 };
