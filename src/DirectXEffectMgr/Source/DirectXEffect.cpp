@@ -55,6 +55,8 @@ void CDirectXEffect::SetDevice(ID3D11Device* new_device,
     immediate_context = new_immediate_context;
 }
 
+bool CDirectXEffect::IsUsable() const { return true; }
+
 namespace {
 
 template <class Record>

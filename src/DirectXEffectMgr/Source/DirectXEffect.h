@@ -196,7 +196,7 @@ public:
     /// the device nor the immediate context.
     void SetDevice(ID3D11Device* new_device, ID3D11DeviceContext* new_immediate_context);
     /// Whether the effect may be handed to the host; always true.
-    [[nodiscard]] bool IsUsable() const { return true; }
+    [[nodiscard]] bool IsUsable() const;
     /// Registers the fixed parameters, makes the constant buffer and compiles. Runs where the
     /// device is used.
     ///
@@ -374,15 +374,15 @@ private:
     int32_t extra_count = 0;                 // number of AddFbo calls
     std::vector<TextureNum*> spare_targets;  // owned: of other sizes, for a change back
     std::vector<FboDepth*> spare_depths;     //
-    Relaxed<int32_t> blend_mode = 0;
-    Relaxed<bool> depth_test = false;
-    Relaxed<bool> cull_back = false;
+    Relaxed<int32_t> blend_mode{0};
+    Relaxed<bool> depth_test{false};
+    Relaxed<bool> cull_back{false};
     bool with_depth;  // the target must have a depth buffer
-    Relaxed<bool> msaa = false;
-    Relaxed<bool> clear_enabled = true;
-    Relaxed<int32_t> primitive_mode = 0;
+    Relaxed<bool> msaa{false};
+    Relaxed<bool> clear_enabled{true};
+    Relaxed<int32_t> primitive_mode{0};
     std::array<float, 4> clear_color = {};
-    Relaxed<bool> use_render_thread = false;
+    Relaxed<bool> use_render_thread{false};
     int32_t input_count = 0;            // image inputs
     int32_t audio_count = 0;            // audio inputs
     std::vector<movit::Input*> inputs;  // owned, all of them, in the order of their adding

@@ -90,15 +90,15 @@ private:
 
     DevicePair* device_pair = nullptr;  // points at `device` below; null while constructing
     uint32_t reserved_one = 1;          // nothing reads it
-    Relaxed<ID3D11Device*> external_device = nullptr;  // the host's, null for none; not owned
-    std::promise<int> init_promise;                    // init_result on its way to StartEngine
+    Relaxed<ID3D11Device*> external_device{nullptr};  // the host's, null for none; not owned
+    std::promise<int> init_promise;                   // init_result on its way to StartEngine
     std::thread render_thread;
-    Relaxed<bool> stop_cleaner = false;  // set first thing in StopEngine
-    TaskQueue tasks;                     // with its lock, its condition and its closed flag
-    Relaxed<bool> auto_create = true;    // the mode: true threaded, false inline
-    Relaxed<int32_t> init_result = kInitReady;
-    Relaxed<uint32_t> owner_thread_id = 0;   // the thread that called SetOwnerThread
-    Relaxed<uint32_t> render_thread_id = 0;  // 0 until the render thread has a device
+    Relaxed<bool> stop_cleaner{false};  // set first thing in StopEngine
+    TaskQueue tasks;                    // with its lock, its condition and its closed flag
+    Relaxed<bool> auto_create{true};    // the mode: true threaded, false inline
+    Relaxed<int32_t> init_result{kInitReady};
+    Relaxed<uint32_t> owner_thread_id{0};   // the thread that called SetOwnerThread
+    Relaxed<uint32_t> render_thread_id{0};  // 0 until the render thread has a device
     std::thread cleaner_thread;
     std::once_flag cleaner_once;
     DevicePair device;

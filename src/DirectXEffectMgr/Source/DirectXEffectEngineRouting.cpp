@@ -24,8 +24,9 @@ CDirectXEffect* effect_of(const std::shared_ptr<IOpenGLEffect>& effect) {
 
 }  // namespace
 
-// A task captures the bare effect: its owner waits in the caller, and a shared pointer that went
-// last on the render thread would make the effect's destructor wait for the very task it runs in.
+// The effect comes as a shared pointer by value: so it lives until the call returns. A task
+// captures the bare effect: its owner waits in the caller, and a shared pointer that went last on
+// the render thread would make the effect's destructor wait for the very task it runs in.
 
 int32_t CDirectXEffectEngine::QueueAndWait(RenderTask task) {
     std::future<bool> done = task.get_future();
@@ -46,6 +47,7 @@ int32_t CDirectXEffectEngine::RunAndWait(Work work) {
     return QueueAndWait(RenderTask(std::move(work)));
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the copy keeps the effect alive
 int32_t CDirectXEffectEngine::InitEffectOnEngine(std::shared_ptr<IOpenGLEffect> effect) {
     CDirectXEffect* const target = effect_of(effect);
     if (target == nullptr) {
@@ -54,6 +56,7 @@ int32_t CDirectXEffectEngine::InitEffectOnEngine(std::shared_ptr<IOpenGLEffect> 
     return RunAndWait([target, this] { return target->InitProgram(PoolForEngine(home_)); });
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the copy keeps the effect alive
 int32_t CDirectXEffectEngine::ResizeEffectOnEngine(std::shared_ptr<IOpenGLEffect> effect) {
     CDirectXEffect* const target = effect_of(effect);
     if (target == nullptr) {
@@ -62,6 +65,7 @@ int32_t CDirectXEffectEngine::ResizeEffectOnEngine(std::shared_ptr<IOpenGLEffect
     return RunAndWait([target] { return target->ReleaseStagingTexture(); });
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the copy keeps the effect alive
 int32_t CDirectXEffectEngine::DrawEffectOnEngine(std::shared_ptr<IOpenGLEffect> effect,
                                                  bool want_thread) {
     CDirectXEffect* const target = effect_of(effect);

@@ -25,19 +25,19 @@ bool create_objects(ID3D11Device* device, uint32_t width, uint32_t height, GpuDa
     }
     const D3D11_TEXTURE2D_DESC description =
         texture_description(width, height, DXGI_FORMAT_B8G8R8A8_UNORM, D3D11_BIND_SHADER_RESOURCE);
-    const char* failed = nullptr;
+    const char* failure = nullptr;
     if (FAILED(device->CreateTexture2D(&description, nullptr, &data.texture))) {
-        failed = "BindTexture CreateTexture2D failed!";
+        failure = "BindTexture CreateTexture2D failed!";
     } else if (FAILED(create_view(device, data.texture, DXGI_FORMAT_B8G8R8A8_UNORM, data.srv))) {
-        failed = "BindTexture CreateShaderResourceView failed!";
+        failure = "BindTexture CreateShaderResourceView failed!";
     } else if (FAILED(create_colour_sampler(device, data.sampler))) {
-        failed = "CreateSamplerState failed!";
+        failure = "CreateSamplerState failed!";
     }
-    if (failed != nullptr) {
-        log_error("%s", failed);
+    if (failure != nullptr) {
+        log_error("%s", failure);
         release_objects(data);
     }
-    return failed == nullptr;
+    return failure == nullptr;
 }
 
 void upload(ID3D11DeviceContext* context, const GpuData& data, const void* pixels,

@@ -117,7 +117,7 @@ int32_t CDirectXEffect::AppendFlatInput(uint32_t input_width, uint32_t input_hei
                                               kInputModeB, layout_code, pixel_type, input_width,
                                               input_height, input_pitch, input_depth);
     inputs.push_back(node.get());
-    node.release();
+    static_cast<void>(node.release());  // the list owns it now
     ++input_count;
     // On purpose: counts image inputs alone. Hosts add those first, which makes it a position.
     return input_count - 1;
@@ -140,7 +140,7 @@ int32_t CDirectXEffect::AddFlatInput(uint32_t input_width, uint32_t input_height
 int32_t CDirectXEffect::AddAudioInput() {
     auto node = std::make_unique<AudioInputDX>(&device, &deferred_context, &pool);
     inputs.push_back(node.get());
-    node.release();
+    static_cast<void>(node.release());  // the list owns it now
     ++audio_count;
     return static_cast<int32_t>(inputs.size()) - 1;
 }

@@ -10,7 +10,7 @@ template <class T>
 class Relaxed {
 public:
     Relaxed() noexcept : value_(T{}) {}
-    Relaxed(T value) noexcept : value_(value) {}  // reads like the value it stands for
+    explicit Relaxed(T value) noexcept : value_(value) {}
     Relaxed(const Relaxed&) = delete;
     Relaxed& operator=(const Relaxed&) = delete;
 

@@ -11,11 +11,11 @@ class ResourcePoolDX;
 /// Where a pool lives: the device that it works on and the thread that may end it. Outlives the
 /// pool, and the engine that made it.
 struct PoolHome {
-    DevicePair device;                        // read by the pool through its slots
-    Relaxed<uint32_t> thread_id = 0;          // the pool is deleted on this thread or not at all
-    std::weak_ptr<ResourcePoolDX> pool;       // set once, before effects ask for it
-    Relaxed<ResourcePoolDX*> kept = nullptr;  // set when the pool stays allocated for good,
-    std::shared_ptr<PoolHome> self;           // and its home with it
+    DevicePair device;                       // read by the pool through its slots
+    Relaxed<uint32_t> thread_id{0};          // the pool is deleted on this thread or not at all
+    std::weak_ptr<ResourcePoolDX> pool;      // set once, before effects ask for it
+    Relaxed<ResourcePoolDX*> kept{nullptr};  // set when the pool stays allocated for good,
+    std::shared_ptr<PoolHome> self;          // and its home with it
 };
 
 /// Makes the pool of an engine on its home's device and puts it in the place of the process's
