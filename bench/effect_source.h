@@ -32,8 +32,9 @@ struct EffectSource {
 /// functions. The same `count` always gives the same texts, and no two of them are alike.
 std::vector<EffectSource> make_effects(int count);
 
-/// One fragment stage of at least `bytes` bytes, of the same mix, with five macros.
-EffectSource make_large_effect(size_t bytes);
+/// One fragment stage of at least `bytes` bytes, of the same mix, with five macros. Another `seed`
+/// gives another text.
+EffectSource make_large_effect(size_t bytes, uint32_t seed = 0);
 
 /// The sample effects below `folder`, each program of each effect as an entry of its own.
 /// Chains have no text of their own and are left out.

@@ -75,13 +75,13 @@ std::vector<EffectSource> make_effects(int count) {
     return effects;
 }
 
-EffectSource make_large_effect(size_t bytes) {
-    Dice dice(static_cast<uint32_t>(bytes));
+EffectSource make_large_effect(size_t bytes, uint32_t seed) {
+    Dice dice(static_cast<uint32_t>(bytes) + seed);
     EffectSource effect;
     effect.name = std::to_string(bytes) + " bytes";
     const std::string macros =
         "#define HALF 0.5\n#define KEEP_ALPHA 1\n#define WEIGHT(x) ((x) * 0.25)\n";
-    effect.fragment = macros + make_fragment(bytes - macros.size(), 0, 1, dice);
+    effect.fragment = macros + make_fragment(bytes - macros.size(), seed, 1, dice);
     effect.parameters = usual_parameters();
     return effect;
 }

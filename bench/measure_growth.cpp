@@ -35,31 +35,21 @@ double ns_per_byte(double us, const Subject& subject) {
     return us * 1000.0 / static_cast<double>(subject.assembled_bytes());
 }
 
-std::string times_text(double value) {
-    return Cell(value, 2).text;
+double bytes_of(const std::vector<Subject>& subjects) {
+    double bytes = 0.0;
+    for (const Subject& subject : subjects) {
+        bytes += static_cast<double>(subject.assembled_bytes());
+    }
+    return bytes;
 }
 
-// One row for each subject with its time and time per byte; the note tells how far the time per
-// byte lies apart.
-Section per_byte_section(std::string title, const std::vector<std::string>& names,
-                         const std::vector<Subject>& subjects, int rounds) {
-    Section section;
-    section.title = std::move(title);
-    section.columns = {"source", "bytes", "us", "ns per byte"};
-    const std::vector<double> times = medians_of(subjects, rounds);
-    std::vector<double> rates;
-    for (size_t i = 0; i < subjects.size(); ++i) {
-        rates.push_back(ns_per_byte(times[i], subjects[i]));
-        section.rows.push_back({names[i],
-                                {static_cast<double>(subjects[i].assembled_bytes()), 0},
-                                {times[i], 1},
-                                {rates.back(), 2}});
+// Different sources of this size, together at least 100 KB.
+std::vector<Subject> make_group(size_t bytes) {
+    std::vector<EffectSource> effects;
+    for (uint32_t i = 0; i < std::max<size_t>(1, 100000 / bytes); ++i) {
+        effects.push_back(make_large_effect(bytes, i));
     }
-    const auto [low, high] = std::minmax_element(rates.begin(), rates.end());
-    section.notes.push_back("largest to first: " + times_text(rates.back() / rates.front()) +
-                            ", highest to lowest: " + times_text(*high / *low) + "; medians of " +
-                            std::to_string(rounds));
-    return section;
+    return make_subjects(effects);
 }
 
 EffectSource nested(const std::string& open, const std::string& inner, int depth) {
@@ -117,17 +107,35 @@ double memchr_us(const std::string& text, int rounds) {
 }  // namespace
 
 Section measure_growth(const Scale& scale) {
-    std::vector<EffectSource> effects;
-    std::vector<std::string> names;
+    std::vector<std::vector<Subject>> groups;
     for (const size_t kilobytes : {1u, 10u, 100u, 1000u}) {
-        if (kilobytes == 1000 && !scale.with_largest) {
-            continue;
+        if (kilobytes < 1000 || scale.with_largest) {
+            groups.push_back(make_group(kilobytes * 1000));
         }
-        effects.push_back(make_large_effect(kilobytes * 1000));
-        names.push_back(std::to_string(kilobytes) + " KB");
     }
-    return per_byte_section("growth: one stage of the same mix", names, make_subjects(effects),
-                            scale.rounds);
+    const std::vector<double> times =
+        medians_in_rotation(groups.size(), scale.rounds, [&groups](size_t i) {
+            for (const Subject& subject : groups[i]) {
+                translate_or_throw(subject);
+            }
+        });
+    Section section;
+    section.title = "growth: one stage of the same mix";
+    section.columns = {"bytes", "sources", "us each", "ns per byte", "to the first"};
+    double first = 0.0;
+    for (size_t i = 0; i < groups.size(); ++i) {
+        const double count = static_cast<double>(groups[i].size());
+        const double rate = times[i] * 1000.0 / bytes_of(groups[i]);
+        first = i == 0 ? rate : first;
+        section.rows.push_back({{bytes_of(groups[i]) / count, 0},
+                                {count, 0},
+                                {times[i] / count, 1},
+                                {rate, 2},
+                                {rate / first, 2}});
+    }
+    section.notes.push_back("medians of " + std::to_string(scale.rounds) +
+                            "; small sources in a run of different ones, together 100 KB");
+    return section;
 }
 
 Section measure_nesting(const Scale& scale) {

@@ -18,6 +18,8 @@ struct Times {
     std::vector<double> reference;
 };
 
+constexpr size_t kWarmUp = 4;
+
 // Sums up what a run did, so that no run can be left out by the compiler.
 volatile size_t sink = 0;
 
@@ -33,7 +35,12 @@ Times measure(const std::vector<Pair>& pairs, const std::vector<Subject>& subjec
     std::string hlsl;
     std::string error;
     for (int round = -1; round < rounds; ++round) {
+        // Each kind begins with a few runs that are not timed: the kind before it has left its own
+        // code and data in the caches.
         const auto keep = [&all, count, round](size_t which, const auto& work) {
+            for (size_t i = count - std::min(count, kWarmUp); i < count; ++i) {
+                work(i);
+            }
             for (size_t i = 0; i < count; ++i) {
                 const double us = time_us([&work, i] { work(i); });
                 if (round >= 0) {

@@ -11,8 +11,8 @@ namespace bench {
 
 /// A cell is a text or a number with its digits behind the point.
 struct Cell {
-    Cell(std::string text) : text(std::move(text)) {}
-    Cell(const char* text) : text(text) {}
+    Cell(std::string words) : text(std::move(words)) {}
+    Cell(const char* words) : text(words) {}
     Cell(double value, int digits);
 
     std::string text;

@@ -1,0 +1,44 @@
+#pragma once
+
+/// What several tables share: the usual effect's texts and frames timed in blocks.
+
+#include <d3d11.h>
+
+#include <functional>
+#include <vector>
+
+#include "effect_source.h"
+#include "frame/hand_frame.h"
+#include "frame/host_library.h"
+#include "ours.h"
+#include "timing.h"
+
+namespace bench {
+
+/// The usual effect as the translation sees it.
+EffectSource usual_source();
+
+/// Its HLSL.
+HlslTexts usual_texts();
+
+/// Waits until the device has done all that was given to it.
+void wait_for_device(ID3D11Device* device);
+
+/// Microseconds per call of each of `frames`, medians over `rounds` blocks of `count` calls. The
+/// blocks of the different kinds take turns; `after_block` runs inside the time of each.
+template <class AfterBlock>
+std::vector<double> block_medians(int rounds, int count,
+                                  const std::vector<std::function<void()>>& frames,
+                                  const AfterBlock& after_block) {
+    return medians_in_rotation(
+        frames.size(), rounds,
+        [&frames, count, &after_block](size_t i) {
+            for (int n = 0; n < count; ++n) {
+                frames[i]();
+            }
+            after_block();
+        },
+        static_cast<double>(count));
+}
+
+}  // namespace bench
