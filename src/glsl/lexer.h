@@ -46,6 +46,8 @@ public:
 
     /// The identifiers met so far.
     symbolTable& names() { return names_; }
+    /// The whole text, as rewritten so far.
+    std::string_view source() const { return source_.view(); }
     /// The text behind the position, as rewritten so far.
     std::string_view remaining() const { return source_.view().substr(position_.index); }
 

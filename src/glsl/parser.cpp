@@ -26,8 +26,8 @@ std::string_view decimal(std::int64_t value, char (&digits)[24]) {
 parser::parser(const char* source, const char* fileName)
     : impl_(std::make_unique<impl>(source, fileName)) {}
 parser::~parser() = default;
-ptr<astTU> parser::parse(std::uint32_t shaderType) {
-    return impl_->parse(shaderType);
+ptr<astTU> parser::parse(std::uint32_t shaderType, FailurePlace* place) {
+    return impl_->parse(shaderType, place);
 }
 const char* parser::error() const {
     return impl_->error();
@@ -73,7 +73,7 @@ parser::impl::~impl() {
     }
 }
 
-ptr<astTU> parser::impl::parse(std::uint32_t shaderType) {
+ptr<astTU> parser::impl::parse(std::uint32_t shaderType, FailurePlace* place) {
     if (out_of_memory_ || unit_ != nullptr) {
         return nullptr;
     }
@@ -84,6 +84,11 @@ ptr<astTU> parser::impl::parse(std::uint32_t shaderType) {
         result = parsed == nullptr ? ptr<astTU>() : ptr<astTU>(parsed, home_);
     } catch (const std::bad_alloc&) {
         out_of_memory_ = true;
+    }
+    if (!result && place != nullptr) {
+        *place = FailurePlace{std::string(lexer_->source()),
+                              error_line_ != 0 ? error_line_ : lexer_->line(),
+                              error_line_ != 0 ? error_column_ : lexer_->column()};
     }
     lexer_->~lexer();
     lexer_ = nullptr;

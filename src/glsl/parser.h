@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 #include "glsl/ast.h"
 
@@ -13,6 +14,13 @@ namespace glsl {
 /// recursion. A level in the source (a parenthesis, a call in an operator's right operand, a
 /// statement in a statement) takes one or two of them, so 256 of any kind can be nested.
 inline constexpr std::uint32_t kMaxNesting = 520;
+
+/// Where a parse failed, for tools that lead an author there.
+struct FailurePlace {
+    std::string source;      // the text as the lexer had rewritten it by then
+    std::uint64_t line = 0;  // of the first message, or where reading stopped without one; 1-based
+    std::uint64_t column = 0;  // just behind the token that was current
+};
 
 /// Reads one shader source and builds its tree, one object per source. Stops at the first error.
 class parser {
@@ -27,8 +35,9 @@ public:
     /// Parses the whole source; to be called once. The tree does not need the parser any more.
     ///
     /// @param shaderType  1 vertex, 2 and 3 tessellation control and evaluation, 5 fragment
+    /// @param place       if not null, receives where it failed, if it does
     /// @returns the tree, or null after a failure. A null result may come without a message.
-    ptr<astTU> parse(std::uint32_t shaderType);
+    ptr<astTU> parse(std::uint32_t shaderType, FailurePlace* place = nullptr);
 
     /// Every message so far, each as "name:line:column:error:message\r\n"; null if there is none.
     /// Valid until the next call of parse and as long as the parser. A source can fail without a

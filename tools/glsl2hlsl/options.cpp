@@ -23,6 +23,15 @@ bool is_name(std::string_view text) {
                        [&](char c) { return is_letter(c) || (c >= '0' && c <= '9'); });
 }
 
+std::vector<std::string> split_at_colons(const std::string& text) {
+    std::vector<std::string> pieces;
+    for (size_t start = 0, colon = 0; colon != std::string::npos; start = colon + 1) {
+        colon = text.find(':', start);
+        pieces.push_back(text.substr(start, colon - start));
+    }
+    return pieces;
+}
+
 bool is_matrix(movit::ParamType type) {
     return type == movit::ParamType::kMat2 || type == movit::ParamType::kMat3 ||
            type == movit::ParamType::kMat4;
@@ -114,7 +123,7 @@ void describe(CLI::App& app, Options& options, std::vector<std::string>& params,
 }  // namespace
 
 std::string parse_param(const std::string& text, Param& param) {
-    std::vector<std::string> pieces = CLI::detail::split(text, ':');
+    const std::vector<std::string> pieces = split_at_colons(text);
     if (pieces.size() < 2 || pieces.size() > 3) {
         return "expected TYPE:NAME or TYPE:NAME:COUNT";
     }

@@ -57,10 +57,10 @@ struct ProgramText {
 /// What the parser said about a stage that it refused.
 struct ParseFailure {
     ShaderStage stage = ShaderStage::kFragment;
-    std::string text;   // lines "codeDX:LINE:COLUMN:error:MESSAGE\r\n"; may be empty
-    uint64_t line = 0;  // of the first message, in `source`, from 1; 0 if there is none
+    std::string text;    // lines "codeDX:LINE:COLUMN:error:MESSAGE\r\n"; may be empty
+    std::string source;  // the assembled text as the parser had rewritten it by then
+    uint64_t line = 0;   // where it stopped, in `source`, from 1; just behind a token
     uint64_t column = 0;
-    std::string source;  // the text as the parser had rewritten it by then
 };
 
 /// Picks, reads, expands and joins the sources. Files that cannot be read count as empty.

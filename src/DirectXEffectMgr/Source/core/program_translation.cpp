@@ -25,14 +25,16 @@ uint32_t count_or_zero(int32_t count) {
 bool translate_stage(ShaderStage stage, const std::string& source, const PrintInputs& inputs,
                      std::string& varying, std::string& hlsl, ParseFailure* failure) {
     glsl::parser parser(source.c_str(), "codeDX");
-    const glsl::ptr<glsl::astTU> unit = parser.parse(static_cast<uint32_t>(stage));
+    glsl::FailurePlace place;
+    const glsl::ptr<glsl::astTU> unit =
+        parser.parse(static_cast<uint32_t>(stage), failure == nullptr ? nullptr : &place);
     if (!unit) {
         const char* const text = parser.error();
         log_numbered_lines(source);
         log_error("%s\n", text == nullptr ? "" : text);
         if (failure != nullptr) {
-            *failure = ParseFailure{stage, text == nullptr ? "" : text, parser.errorLine(),
-                                    parser.errorColumn(), source};
+            *failure = ParseFailure{stage, text == nullptr ? "" : text, std::move(place.source),
+                                    place.line, place.column};
         }
         return false;
     }
