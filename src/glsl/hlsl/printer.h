@@ -155,7 +155,8 @@ private:
     // Some arguments are walked twice, once for their classes and once for their text. One walk
     // does where the second would print the same; it would not if a depth input's name was
     // shortened, or if the arguments name the very variable that a matrix subscript marks. Then
-    // the outermost such list is printed once more, without messages.
+    // the outermost such list is printed once more. Only the latter can change a class and with it
+    // the messages; otherwise they are not given again.
     void beginTwofoldWalk();
     [[nodiscard]] bool needsSecondWalk(size_t begin);
     void endSecondWalk();
@@ -215,7 +216,8 @@ private:
     [[nodiscard]] bool inVertexStage() { return scopes_.has(stage_); }
 
     void mark(const astNode& node) {
-        if (lineMarks_ != nullptr) {
+        if (lineMarks_ != nullptr &&
+            (lineMarks_->empty() || lineMarks_->back().offset != text_.size())) {
             lineMarks_->push_back({node.line, text_.size()});
         }
     }
@@ -257,6 +259,7 @@ private:
     uint32_t depth_ = 0;         // nested expressions and statements
     uint32_t twofoldDepth_ = 0;  // nested walks whose text may be dropped
     bool isTextStale_ = false;   // since the outermost of them began
+    bool isClassStale_ = false;  // likewise
     bool isMuted_ = false;       // in a second walk: its messages are known already
     bool hasGivenUp_ = false;
     size_t repeatedBytes_ = 0;

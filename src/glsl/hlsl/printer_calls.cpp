@@ -328,16 +328,17 @@ Symbol& Printer::calleeSymbol(std::string_view name) {
 void Printer::beginTwofoldWalk() {
     if (twofoldDepth_++ == 0) {
         isTextStale_ = false;
+        isClassStale_ = false;
     }
 }
 
 bool Printer::needsSecondWalk(size_t begin) {
-    if (--twofoldDepth_ > 0 || !isTextStale_) {
+    if (--twofoldDepth_ > 0 || !(isTextStale_ || isClassStale_)) {
         return false;
     }
     text_.truncate(begin);
     ++twofoldDepth_;
-    isMuted_ = true;
+    isMuted_ = !isClassStale_;
     return true;
 }
 

@@ -149,7 +149,7 @@ Value Printer::printVariableUse(astVariable* variable) {
         text_.put("precise ");
     }
     Symbol& symbol = variableSymbol(*variable);
-    isTextStale_ = isTextStale_ || &symbol == &matrixSubscript_;
+    isClassStale_ = isClassStale_ || &symbol == &matrixSubscript_;
     const bool isLocal = scopes_.has(symbol);
     if (!isLocal && (&symbol == &position_ || (&symbol == &coordinate_ && inVertexStage()))) {
         text_.put(symbol.name);

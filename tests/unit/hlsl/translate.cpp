@@ -128,39 +128,49 @@ std::string expression(const std::string& source) {
     return between(line, "return ", ";\n");
 }
 
-std::string classOf(const std::string& source) {
-    const auto prints = [&source](const std::string& before, const std::string& after,
-                                  const std::string& expected) {
-        return statements(before + source + after).find(expected) != std::string::npos;
+std::string classOf(const std::string& source, const std::string& declarations) {
+    // What is printed around the expression begins with a text.
+    const auto prints = [&](const std::string& before, const std::string& after,
+                            const std::string& beginning) {
+        const std::string hlsl = statements(declarations + "return " + before + source + after);
+        return hlsl.compare(hlsl.rfind("return ") + 7, beginning.size(), beginning) == 0;
     };
-    const auto isNull = [](const std::string& call) {
-        return !translateStatements(call).log.empty();
+    // A call with the probed expression, or with an operation on it, reports a null argument.
+    const auto isNull = [&](const std::string& operation) {
+        const std::string argument = "(" + source + ")" + operation;
+        for (const std::string& line :
+             translateStatements(declarations + "probe(" + argument + ");").log) {
+            if (line.find("function call param is empty") != std::string::npos) {
+                return true;
+            }
+        }
+        return false;
     };
-    if (isNull("probe(" + source + ");")) {
+    if (isNull("")) {
         return "null";
     }
     for (const char* n : {"2", "3", "4"}) {
         const std::string size(n);
-        if (prints("(", ") == 0.0;", "global_is_equal_vec" + size)) {
+        if (prints("(", ") == 0.0;", "(global_is_equal_vec" + size)) {
             return "vec" + size;
         }
-        if (prints("v" + size + " * (", ");", "(mul(")) {
+        if (prints("v" + size + " * (", ");", "(mul( v" + size + ", ")) {
             return "mat" + size;
         }
-        if (!prints("ivec" + size + "((", "));", "Constructor")) {
+        if (!prints("ivec" + size + "((", "));", "int" + size + "(gloabal_int")) {
             return "ivec" + size;
         }
     }
     if (prints("lessThan(0.0, (", "));", "gloabal_lessThan(")) {
         return "float";
     }
-    if (!isNull("probe((" + source + ") && b);")) {
+    if (!isNull(" && b")) {
         return "bool";
     }
-    if (!isNull("probe((" + source + ") % 1);")) {
+    if (!isNull(" % 1")) {
         return "int";
     }
-    return isNull("probe((" + source + ") + 1.0);") ? "other" : "double";
+    return isNull(" + 1.0") ? "other" : "double";
 }
 
 }  // namespace glsl

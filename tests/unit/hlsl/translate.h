@@ -45,13 +45,10 @@ std::string bodyOf(const std::string& hlsl);
 /// What stands before the prelude.
 std::string headOf(const std::string& hlsl);
 
-/// The text of statements of a fragment function.
-///
-/// @param locals      parameters and declarations before the function, see the definition
-/// @param statements  GLSL
-Translation translateStatements(const std::string& statements);
+/// The text of statements alone, and what the log had to say.
+Translation translateStatements(const std::string& source);
 
-/// The text of statements alone, in a function that has one local of each common type:
+/// The text alone. The statements stand in a function that has one local of each common type:
 /// f g h (float), i j (int), u (uint), d (double), b (bool), v2 w2 v3 w3 v4 w4, i2 k2 i3 k3 i4 k4,
 /// m2 n2 m3 n3 m4 n4, s (struct S, with fields a (float), line (vec3), inner (struct T)).
 std::string statements(const std::string& source);
@@ -61,6 +58,8 @@ std::string expression(const std::string& source);
 
 /// The class of an expression with the same locals, found out by what is printed around it:
 /// "float", "int", "bool", "double", "vec2" ... "mat4", "null", or "other" (struct included).
-std::string classOf(const std::string& source);
+///
+/// @param declarations  further locals
+std::string classOf(const std::string& source, const std::string& declarations = "");
 
 }  // namespace glsl
