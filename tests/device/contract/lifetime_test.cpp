@@ -83,14 +83,9 @@ TEST_F(LifetimeTest, TheLastPointerToAnEffectMayGoInsideATask) {
     start(Mode::threaded);
     Effect effect = readyEffect();
     EXPECT_EQ(0, draw(effect));
-    std::promise<Effect> handed_over;
-    std::shared_future<Effect> taken = handed_over.get_future().share();
-    handed_over.set_value(std::move(effect));
     std::future<bool> done = engine->PostTask(
-        [&taken] {
-            Effect last = taken.get();
-            taken = {};
-            last.reset();
+        [&effect] {
+            effect.reset();
             return true;
         },
         false);
