@@ -1,5 +1,6 @@
 #include "doc_examples.h"
 
+#include <optional>
 #include <sstream>
 
 #include "effect-render/files.h"
@@ -10,49 +11,55 @@ namespace {
 
 constexpr char kFence[] = "```glsl";
 constexpr char kFenceEnd[] = "```";
-constexpr char kParamWord[] = "param=";
 
-// "TYPE:NAME=V[,V...]"
+// What stands behind `start`, if `line` begins with it.
+std::optional<std::string> Behind(const std::string& line, const std::string& start) {
+    if (line.rfind(start, 0) != 0) {
+        return std::nullopt;
+    }
+    return line.substr(start.size());
+}
+
+// "V, V, V"
+std::vector<double> ReadNumbers(const std::string& text) {
+    std::vector<double> numbers;
+    std::istringstream parts(text);
+    for (std::string part; std::getline(parts, part, ',');) {
+        numbers.push_back(std::stod(part));
+    }
+    return numbers;
+}
+
+// "TYPE NAME = V, V"
 ParamTrack ReadParam(const std::string& text) {
-    const size_t colon = text.find(':');
-    const size_t equals = text.find('=');
-    const auto type = ParseType(text.substr(0, colon));
-    if (!type || equals == std::string::npos) {
+    std::istringstream words(text);
+    std::string type;
+    std::string equals;
+    ParamTrack track;
+    words >> type >> track.name >> equals;
+    const auto known = ParseType(type);
+    if (!known || equals != "=") {
         throw ToolError("no parameter: " + text);
     }
-    ParamTrack track;
-    track.type = *type;
-    track.name = text.substr(colon + 1, equals - colon - 1);
-    std::istringstream numbers(text.substr(equals + 1));
-    for (std::string number; std::getline(numbers, number, ',');) {
-        track.still.push_back(std::stod(number));
-    }
+    track.type = *known;
+    std::getline(words, type, '\n');
+    track.still = ReadNumbers(type);
     return track;
 }
 
-DocExample ReadFence(const std::string& rest, int line) {
-    DocExample example;
-    example.line = line;
-    std::istringstream words(rest);
-    for (std::string word; words >> word;) {
-        if (word == "vertex") {
-            example.is_vertex = true;
-        } else if (word.rfind(kParamWord, 0) == 0) {
-            example.params.push_back(ReadParam(word.substr(sizeof(kParamWord) - 1)));
-        } else if (word == "draws") {
-            std::array<double, 4> color = {};
-            words >> color[0] >> color[1] >> color[2] >> color[3];
-            example.color = color;
-        } else if (word == "refused") {
-            std::getline(words >> std::ws, example.refusal);
-        } else {
-            throw ToolError("line " + std::to_string(line) + ": unknown word '" + word + "'");
-        }
-        if (words.fail()) {
-            throw ToolError("line " + std::to_string(line) + ": '" + word + "' lacks something");
+void ReadComment(const std::string& line, DocExample& example) {
+    if (line == "// vertex shader") {
+        example.is_vertex = true;
+    } else if (const auto param = Behind(line, "// with ")) {
+        example.params.push_back(ReadParam(*param));
+    } else if (const auto words = Behind(line, "// refused: ")) {
+        example.refusal = *words;
+    } else if (const auto color = Behind(line, "// draws ")) {
+        example.color = ReadNumbers(*color);
+        if (example.color.size() != 4) {
+            throw ToolError("no colour: " + line);
         }
     }
-    return example;
 }
 
 }  // namespace
@@ -64,13 +71,15 @@ std::vector<DocExample> LoadDocExamples(const std::string& path) {
     int number = 0;
     for (std::string line; std::getline(page, line);) {
         ++number;
-        if (!inside && line.rfind(kFence, 0) == 0) {
-            examples.push_back(ReadFence(line.substr(sizeof(kFence) - 1), number));
+        if (!inside && line == kFence) {
+            examples.emplace_back();
+            examples.back().line = number + 1;
             inside = true;
         } else if (inside && line == kFenceEnd) {
             inside = false;
         } else if (inside) {
             examples.back().source += line + "\n";
+            ReadComment(line, examples.back());
         }
     }
     return examples;

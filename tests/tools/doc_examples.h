@@ -1,7 +1,5 @@
 #pragma once
 
-#include <array>
-#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -10,15 +8,19 @@
 
 namespace effect_render {
 
-/// One example of docs/effects.md: a fenced block whose first line is
-/// "```glsl [vertex] [param=TYPE:NAME=V[,V...]] [draws R G B A | refused WORDS]".
+/// One example of docs/effects.md: a block of GLSL with comments that tell what it needs and does.
+///
+///     // vertex shader            the block is one; otherwise it is a fragment shader
+///     // with mat2 m = 1, 0, 0, 1   registers a parameter; repeatable
+///     // draws 0.25, 0.5, 0.75, 1   colour in the middle of the picture
+///     // refused: X3004             words of the message
 struct DocExample {
-    int line = 0;  // of the fence, from 1
-    std::string source;
+    int line = 0;        // of its first line on the page, from 1
+    std::string source;  // the whole block
     bool is_vertex = false;
     std::vector<ParamTrack> params;
-    std::optional<std::array<double, 4>> color;  // in the middle of the picture, 0 to 1
-    std::string refusal;                         // words of the message; empty: it compiles
+    std::vector<double> color;  // R, G, B, A in the middle of the picture, 0 to 1; or empty
+    std::string refusal;        // words of the message; empty: it compiles
 };
 
 /// A failing example prints as its place on the page.
@@ -26,7 +28,7 @@ inline void PrintTo(const DocExample& example, std::ostream* out) {
     *out << "docs/effects.md:" << example.line;
 }
 
-/// Reads all examples of a page. Throws a ToolError for a fence that it cannot read.
+/// Reads all examples of a page. Throws a ToolError for a comment that it cannot read.
 std::vector<DocExample> LoadDocExamples(const std::string& path);
 
 }  // namespace effect_render
