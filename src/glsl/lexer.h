@@ -46,7 +46,9 @@ public:
 
     /// The identifiers met so far.
     symbolTable& names() { return names_; }
-    /// The whole text, as rewritten so far.
+    /// Bytes of the source in front of the position.
+    std::size_t offset() const { return position_.index; }
+    /// The whole text, as rewritten so far. What was cut in front of the position may still stand.
     std::string_view source() const { return source_.view(); }
     /// The text behind the position, as rewritten so far.
     std::string_view remaining() const { return source_.view().substr(position_.index); }
@@ -96,7 +98,7 @@ private:
 
     // branches.cpp
     std::size_t nextDirective(std::size_t from, std::string_view& word) const;
-    std::size_t nextEndif(std::size_t from) const;
+    std::size_t nextEndif(std::size_t from);
     void keepBranch();
     void cutBranch();
     void takeElse(std::size_t at);
@@ -124,6 +126,10 @@ private:
     symbol nameless_;  // name of an identifier token after an error
     symbolTable names_;
     std::vector<bool> condition_stack_;
+    bool has_quotes_ = false;   // a comment to one scan may be a string to another
+    bool endif_known_ = false;  // the next #endif from endif_from_ on stands at endif_at_
+    std::size_t endif_from_ = 0;
+    std::size_t endif_at_ = 0;
     std::uint32_t worked_up_to_ = 0;         // directives in front of it are worked
     std::vector<WorkedConditional> worked_;  // those that a restored position can reach again
     ExpansionLimits limits_;

@@ -87,8 +87,7 @@ ptr<astTU> parser::impl::parse(std::uint32_t shaderType, FailurePlace* place) {
     }
     if (!result && place != nullptr) {
         *place = FailurePlace{std::string(lexer_->source()),
-                              error_line_ != 0 ? error_line_ : lexer_->line(),
-                              error_line_ != 0 ? error_column_ : lexer_->column()};
+                              error_line_ != 0 ? error_offset_ : lexer_->offset()};
     }
     lexer_->~lexer();
     lexer_ = nullptr;
@@ -108,7 +107,7 @@ const char* parser::impl::error() const {
 
 bool parser::impl::next() {
     if (too_deep_) {
-        return false;  // the message stands; nothing may recover from it
+        return false;  // nothing may recover from it
     }
     token_ = &lexer_->read();
     if (is(TokenKind::end)) {
@@ -128,10 +127,14 @@ failure parser::impl::reportLexerError() {
 // the message is cut at kLongestMessage bytes.
 failure parser::impl::reportError(std::string_view format, std::string_view first,
                                   std::string_view second) {
+    if (too_deep_) {
+        return {};
+    }
     char digits[24];
     if (error_line_ == 0) {
         error_line_ = lexer_->line();
         error_column_ = lexer_->column();
+        error_offset_ = lexer_->offset();
     }
     error_text_ += file_name_;
     error_text_ += ':';
@@ -157,15 +160,13 @@ failure parser::impl::reportSyntaxErrorAtTopLevel() {
                        decimal(static_cast<std::int32_t>(token_->value), digits));
 }
 
-// Reports nesting that is a danger to the stack. The error is final.
+// Reports nesting that is a danger to the stack. The error is final, and no other follows.
 bool parser::impl::tooDeep() {
     if (depth_ + height_ <= kMaxNesting) {
         return false;
     }
-    if (!too_deep_) {
-        too_deep_ = true;
-        reportError("nesting too deep");
-    }
+    reportError("nesting too deep");
+    too_deep_ = true;
     return true;
 }
 

@@ -11,15 +11,18 @@ namespace glsl {
 /// Levels that a tree may have below one another, left operands, operands of postfix forms and
 /// elements of lists not counted. A deeper source is refused with "nesting too deep", long before a
 /// stack of 1 MiB is in danger, be it in the parser or in a printer that walks the tree by
-/// recursion. A level in the source (a parenthesis, a call in an operator's right operand, a
-/// statement in a statement) takes one or two of them, so 256 of any kind can be nested.
+/// recursion. A level in the source (a parenthesis, a call, a statement in a statement) takes
+/// one of them, two behind an operator, four for a ternary in a ternary.
 inline constexpr std::uint32_t kMaxNesting = 520;
 
 /// Where a parse failed, for tools that lead an author there.
 struct FailurePlace {
-    std::string source;      // the text as the lexer had rewritten it by then
-    std::uint64_t line = 0;  // of the first message, or where reading stopped without one; 1-based
-    std::uint64_t column = 0;  // just behind the token that was current
+    /// The text as the lexer had rewritten it by then. In front of `offset` remains of branches
+    /// that were cut may stand, so lines are not to be counted here.
+    std::string source;
+    /// Just behind the token that was current at the first message, or where reading stopped if
+    /// there is none.
+    std::size_t offset = 0;
 };
 
 /// Reads one shader source and builds its tree, one object per source. Stops at the first error.

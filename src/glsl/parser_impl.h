@@ -235,6 +235,7 @@ private:
     std::string file_name_;
     std::uint64_t error_line_ = 0;
     std::uint64_t error_column_ = 0;
+    std::size_t error_offset_ = 0;
 };
 
 template <class T>

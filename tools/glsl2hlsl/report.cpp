@@ -62,7 +62,7 @@ std::string failure_line(const ParseFailure& failure, const AssembledProgram& pr
     const bool is_vertex = failure.stage == ShaderStage::kVertex;
     const std::string& assembled = is_vertex ? program.vertex : program.fragment;
     const SourceMap& map = is_vertex ? maps.vertex : maps.fragment;
-    const size_t offset = original_offset(assembled, failure.source, failure.line, failure.column);
+    const size_t offset = original_offset(assembled, failure.source, failure.offset);
     const auto location = map.locate_assembled(offset);
     std::string line = "error: " + (location ? place_text(*location) : main_file + ":1:1") + ": " +
                        message_of(failure);

@@ -59,8 +59,7 @@ struct ParseFailure {
     ShaderStage stage = ShaderStage::kFragment;
     std::string text;    // lines "codeDX:LINE:COLUMN:error:MESSAGE\r\n"; may be empty
     std::string source;  // the assembled text as the parser had rewritten it by then
-    uint64_t line = 0;   // where it stopped, in `source`, from 1; just behind a token
-    uint64_t column = 0;
+    size_t offset = 0;   // where it stopped, in `source`; just behind a token
 };
 
 /// Picks, reads, expands and joins the sources. Files that cannot be read count as empty.

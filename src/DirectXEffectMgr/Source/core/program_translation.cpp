@@ -34,7 +34,7 @@ bool translate_stage(ShaderStage stage, const std::string& source, const PrintIn
         log_error("%s\n", text == nullptr ? "" : text);
         if (failure != nullptr) {
             *failure = ParseFailure{stage, text == nullptr ? "" : text, std::move(place.source),
-                                    place.line, place.column};
+                                    place.offset};
         }
         return false;
     }

@@ -112,12 +112,10 @@ struct Region {
     size_t rewritten_first, rewritten_last;
 };
 
+// The lines between the nearest two that are the same in both texts; macro uses over several lines
+// and what is left of cut branches change their number.
 Region region_of(const std::vector<std::string_view>& original,
                  const std::vector<std::string_view>& rewritten, size_t line) {
-    if (original.size() == rewritten.size()) {
-        return Region{line, line + 1, line, line + 1};
-    }
-    // Some macro use over several lines changed their number.
     Region region{0, original.size(), 0, rewritten.size()};
     for (const auto& [in_original, in_rewritten] : anchors_of(original, rewritten)) {
         if (in_rewritten == line) {
@@ -231,26 +229,23 @@ std::optional<size_t> token_before(const std::vector<std::string_view>& tokens,
 
 }  // namespace
 
-size_t original_offset(std::string_view original, std::string_view rewritten, size_t line,
-                       size_t column) {
+size_t original_offset(std::string_view original, std::string_view rewritten, size_t offset) {
+    const std::string_view passed = rewritten.substr(0, std::min(offset, rewritten.size()));
+    const auto line = static_cast<size_t>(std::count(passed.begin(), passed.end(), '\n'));
     const std::vector<std::string_view> from_lines = lines_of(original);
     const std::vector<std::string_view> to_lines = lines_of(rewritten);
-    if (line == 0 || line > to_lines.size()) {
-        return original.size();
-    }
-    const Region region = region_of(from_lines, to_lines, line - 1);
+    const Region region = region_of(from_lines, to_lines, line);
     const std::string_view from_text =
         text_of(original, from_lines, region.original_first, region.original_last);
     const std::string_view to_text =
         text_of(rewritten, to_lines, region.rewritten_first, region.rewritten_last);
     const std::vector<std::string_view> from = tokens_of(from_text);
     const std::vector<std::string_view> to = tokens_of(to_text);
-    const std::string_view to_line = to_lines[line - 1];
-    const std::optional<size_t> token =
-        token_before(to, to_line.data() + std::min(column == 0 ? 0 : column - 1, to_line.size()));
+    const std::optional<size_t> token = token_before(to, rewritten.data() + passed.size());
     const auto from_begin = static_cast<size_t>(from_text.data() - original.data());
     if (!token) {
-        return from_begin + (line == to_lines.size() ? from_text.size() : 0);
+        const bool at_the_end = to.empty() && line + 1 == to_lines.size();
+        return from_begin + (at_the_end ? from_text.size() : 0);
     }
     const size_t partner = TokenMatch(from, to).partner(*token);
     return partner < from.size() ? static_cast<size_t>(from[partner].data() - original.data())

@@ -6,13 +6,11 @@
 #include <cstddef>
 #include <string_view>
 
-/// The place in `original` of the token that stands in front of a position of `rewritten`. Where
-/// the token came out of a macro, that is the macro's use; where it was put in, the token behind
-/// it. For tools, after an error: takes time about linear in the texts, but quadratic in a stretch
-/// of lines that all changed.
+/// The place in `original` of the token that stands in front of a place of `rewritten`. Where the
+/// token came out of a macro, that is the macro's use; where it was put in, the token behind it.
+/// For tools, after an error: takes time about linear in the texts, but quadratic in a stretch of
+/// lines that all changed.
 ///
-/// @param line, column  position in `rewritten`, both from 1, as the parser reports it: just behind
-///                      a token
+/// @param offset  in `rewritten`, as the parser reports it: just behind a token
 /// @returns offset of the token's first byte in `original`; its size if there is no such token
-size_t original_offset(std::string_view original, std::string_view rewritten, size_t line,
-                       size_t column);
+size_t original_offset(std::string_view original, std::string_view rewritten, size_t offset);
