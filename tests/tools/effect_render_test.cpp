@@ -180,6 +180,20 @@ TEST_F(FailureTest, HelpEndsWithNought) {
     EXPECT_TRUE(Holds(result.output, "--frames A-B"));
 }
 
+TEST_F(CommandLineTest, ExampleOfTheReadmeTurnsBrightnessRound) {
+    Picture dark = Pattern(4, 4);
+    for (size_t i = 0; i < dark.pixels.size(); i += 4) {
+        dark.pixels[i] = 51;
+        dark.pixels[i + 1] = 0;
+        dark.pixels[i + 2] = 255;
+        dark.pixels[i + 3] = 255;
+    }
+    SavePicture(At("in.png"), dark);
+    const Picture out = Render(
+        {ORVANE_DOCS_FOLDER "/examples/negative.frag", "-i", At("in.png"), "--float", "amount=1"});
+    EXPECT_TRUE(Near(PixelAt(out, 1, 1), {204, 255, 0, 255}));
+}
+
 TEST(HostExampleTest, DrawsTheNegative) {
     const ProgramResult result = RunProgram("host_example.exe", {});
     EXPECT_EQ(result.status, 0);
