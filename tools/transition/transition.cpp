@@ -4,7 +4,9 @@
 
 #include "transition/edits.h"
 #include "transition/fixups.h"
+#include "transition/macros.h"
 #include "transition/names.h"
+#include "transition/params.h"
 #include "transition/ternary.h"
 #include "transition/tokens.h"
 #include "transition/uniforms.h"
@@ -16,9 +18,9 @@ namespace {
 using Pass = std::string (*)(std::string_view text, std::vector<std::string>& notes);
 
 // In the order in which they are made.
-constexpr Pass kPasses[] = {remove_precision,      rename_reserved,   initialize_bools,
-                            split_for_headers,     globals_to_macros, write_out_mod,
-                            parenthesize_ternaries};
+constexpr Pass kPasses[] = {remove_precision,  inline_local_macros, expand_nested_macros,
+                            rename_reserved,   initialize_bools,    split_for_headers,
+                            globals_to_macros, write_out_mod,       parenthesize_ternaries};
 
 // What a parameter's name becomes in the source.
 std::string use_of(const Param& param) {
@@ -88,7 +90,7 @@ Effect adapt(std::string_view text, const Options& options) {
     Edits edits;
     const std::vector<Token> tokens = scan(source);
     replace_samplers(tokens, effect.samplers, edits);
-    replace_words(tokens, words, edits);
+    replace_globals(tokens, words, edits);
     effect.glsl = edits.apply(source);
     return effect;
 }
