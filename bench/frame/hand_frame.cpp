@@ -44,6 +44,21 @@ D3D11_TEXTURE2D_DESC texture_desc(UINT width, UINT height, D3D11_USAGE usage, UI
     return desc;
 }
 
+D3D11_SHADER_RESOURCE_VIEW_DESC view_desc() {
+    D3D11_SHADER_RESOURCE_VIEW_DESC desc = {};
+    desc.Format = DXGI_FORMAT_B8G8R8A8_UNORM;
+    desc.ViewDimension = D3D11_SRV_DIMENSION_TEXTURE2D;
+    desc.Texture2D.MipLevels = 1;
+    return desc;
+}
+
+D3D11_RENDER_TARGET_VIEW_DESC target_view_desc() {
+    D3D11_RENDER_TARGET_VIEW_DESC desc = {};
+    desc.Format = DXGI_FORMAT_B8G8R8A8_UNORM;
+    desc.ViewDimension = D3D11_RTV_DIMENSION_TEXTURE2D;
+    return desc;
+}
+
 }  // namespace
 
 HandFrame::HandFrame(ID3D11Device* device, const HlslTexts& texts, uint32_t width, uint32_t height,
@@ -60,7 +75,8 @@ HandFrame::HandFrame(ID3D11Device* device, const HlslTexts& texts, uint32_t widt
     constants_ = make_buffer(kConstantBytes, D3D11_USAGE_DYNAMIC, D3D11_BIND_CONSTANT_BUFFER,
                              D3D11_CPU_ACCESS_WRITE, nullptr);
     target_ = make_picture(D3D11_BIND_SHADER_RESOURCE | D3D11_BIND_RENDER_TARGET);
-    check(device_->CreateRenderTargetView(target_.texture.Get(), nullptr, &target_view_),
+    const D3D11_RENDER_TARGET_VIEW_DESC target_desc = target_view_desc();
+    check(device_->CreateRenderTargetView(target_.texture.Get(), &target_desc, &target_view_),
           "CreateRenderTargetView");
     input_ = make_picture(D3D11_BIND_SHADER_RESOURCE);
     deferred_->UpdateSubresource(input_.texture.Get(), 0, nullptr, pixels_.data(), width_ * 4, 0);
@@ -75,7 +91,8 @@ HandFrame::Picture HandFrame::make_picture(UINT bind) {
     Picture picture;
     const auto desc = texture_desc(width_, height_, D3D11_USAGE_DEFAULT, bind, 0);
     check(device_->CreateTexture2D(&desc, nullptr, &picture.texture), "CreateTexture2D");
-    check(device_->CreateShaderResourceView(picture.texture.Get(), nullptr, &picture.view),
+    const D3D11_SHADER_RESOURCE_VIEW_DESC view = view_desc();
+    check(device_->CreateShaderResourceView(picture.texture.Get(), &view, &picture.view),
           "CreateShaderResourceView");
     D3D11_SAMPLER_DESC sampler = {};
     sampler.Filter = D3D11_FILTER_MIN_MAG_MIP_LINEAR;
