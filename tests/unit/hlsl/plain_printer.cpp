@@ -60,6 +60,14 @@ Obj matOf(int n) {
                     : makeMat4({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1});
 }
 
+void memoryWords(uint32_t memory, std::string& out) {
+    static const char* const kWords[] = {"coherent ", "volatile ", "restrict ", "readonly ",
+                                         "writeonly "};
+    for (unsigned i = 0; i < 5; ++i) {
+        out += (memory >> i & 1) != 0 ? kWords[i] : "";
+    }
+}
+
 class PlainPrinter {
 public:
     explicit PlainPrinter(astTU& unit) : unit_(unit) {}
@@ -197,6 +205,7 @@ Obj PlainPrinter::use(astVariable& v, std::string& out, const Scope& scope) {
 
 void PlainPrinter::parameter(astFunctionParameter& p, std::string& out, const Scope& scope) {
     std::string t;
+    memoryWords(p.memory, out);
     const Obj o = type(p.baseType, t);
     out += (p.storage == 2 ? "inout " : "") + t;
     if (!p.name.empty()) {
@@ -317,8 +326,6 @@ Obj PlainPrinter::global(astGlobalVariable& g, std::string& out, const Scope& sc
     static const std::map<int, std::string> kStorage = {
         {0, "const "},   {1, "in "},     {2, "out "},   {4, "attribute "},
         {6, "varying "}, {7, "buffer "}, {8, "shared "}};
-    static const char* const kMemory[] = {"coherent ", "volatile ", "restrict ", "readonly ",
-                                          "writeonly "};
     if (!g.layoutQualifiers.empty()) {
         out += "layout (";
         bool any = false;
@@ -335,9 +342,7 @@ Obj PlainPrinter::global(astGlobalVariable& g, std::string& out, const Scope& sc
     }
     out += kStorage.count(g.storage) != 0 ? kStorage.at(g.storage) : "";
     out += g.auxiliary == 0 ? "centroid " : g.auxiliary == 2 ? "patch " : "";
-    for (unsigned i = 0; i < 5; ++i) {
-        out += (g.memory >> i & 1) != 0 ? kMemory[i] : "";
-    }
+    memoryWords(g.memory, out);
     out += g.isInvariant ? "invariant " : "";
     out += g.interpolation == 0   ? "smooth "
            : g.interpolation == 1 ? "flat "

@@ -1,0 +1,32 @@
+@prelude@
+
+struct VertexOutput
+{
+    float4 gl_Position : SV_Position;
+    float2 tc : TEXCOORD0;
+
+};
+
+cbuffer MyConstantBuffer : register(b0)
+{
+float2 iResolution;
+
+};
+
+float4 FUNCNAME(float2 tc, VertexOutput input, float4 gl_FragCoord) {
+float3 a = (lerp(float3(1.0f, 0.0f, 0.0f), float3( tc, 1.0f), 0.5f));
+float b = (atan( tc.x) + atan2( tc.y,  tc.x));
+float2 c = ((( tc * 8.0f)) - floor(( tc * 8.0f)));
+return float4(( a.xy *  b),  c.xy);
+return float4(gloabal_float4_Constructor(0.0f));
+}
+
+
+float4 mainPS(VertexOutput input) : SV_TARGET
+{
+    float2 _tc = input.gl_Position.xy / input.gl_Position.w / iResolution.xy;
+    float4 gl_FragCoord = float4(_tc * iResolution.xy, 0.0, 1.0);
+    _tc.y = 1.0 - _tc.y;
+    return FUNCNAME(_tc, input, gl_FragCoord).zyxw;
+}
+    

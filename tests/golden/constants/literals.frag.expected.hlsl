@@ -1,0 +1,34 @@
+@prelude@
+
+struct VertexOutput
+{
+    float4 gl_Position : SV_Position;
+    float2 tc : TEXCOORD0;
+
+};
+
+cbuffer MyConstantBuffer : register(b0)
+{
+float2 iResolution;
+
+};
+
+float4 FUNCNAME(float2 tc, VertexOutput input, float4 gl_FragCoord) {
+float a = (((((0.1000000014901161f + 1.0f) + 100.0f) + 100000002004087734272.0f) + 0.0024999999441206f) + 0.5f);
+int b = ((8 + 31) + 2147483647);
+uint c = 7u;
+bool d = true;
+ d = false;
+return ( d ? float4(gloabal_float4_Constructor( a)) : float4( a,  b,  c,  tc.x));
+return float4(gloabal_float4_Constructor(0.0f));
+}
+
+
+float4 mainPS(VertexOutput input) : SV_TARGET
+{
+    float2 _tc = input.gl_Position.xy / input.gl_Position.w / iResolution.xy;
+    float4 gl_FragCoord = float4(_tc * iResolution.xy, 0.0, 1.0);
+    _tc.y = 1.0 - _tc.y;
+    return FUNCNAME(_tc, input, gl_FragCoord).zyxw;
+}
+    

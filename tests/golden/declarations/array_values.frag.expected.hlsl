@@ -1,0 +1,32 @@
+@prelude@
+
+struct VertexOutput
+{
+    float4 gl_Position : SV_Position;
+    float2 tc : TEXCOORD0;
+
+};
+
+cbuffer MyConstantBuffer : register(b0)
+{
+float2 iResolution;
+
+};
+
+float4 FUNCNAME(float2 tc, VertexOutput input, float4 gl_FragCoord) {
+float w[3] = {0.25f, 0.5f, 0.25f};
+float v[3] = {1.0f, 2.0f, 3.0f};
+float m[2][2] = {{1.0f, 2.0f},{3.0f, 4.0f}};
+return float4( w[0],  v[1],  m[1][0],  m[0][1]);
+return float4(gloabal_float4_Constructor(0.0f));
+}
+
+
+float4 mainPS(VertexOutput input) : SV_TARGET
+{
+    float2 _tc = input.gl_Position.xy / input.gl_Position.w / iResolution.xy;
+    float4 gl_FragCoord = float4(_tc * iResolution.xy, 0.0, 1.0);
+    _tc.y = 1.0 - _tc.y;
+    return FUNCNAME(_tc, input, gl_FragCoord).zyxw;
+}
+    

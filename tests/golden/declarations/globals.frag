@@ -1,0 +1,10 @@
+float plain;
+float value = 1.0 + 0.5;
+vec2 pair = vec2(1.0);
+vec3 many[2], more;
+float line;
+attribute vec2 a;
+varying flat int b;
+shared coherent float c;
+buffer float d;
+varying centroid noperspective vec2 e;

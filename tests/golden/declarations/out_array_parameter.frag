@@ -1,0 +1,2 @@
+void f(out float a[2], inout float b[2], float, coherent vec2 c) {
+}

@@ -1,0 +1,38 @@
+@prelude@
+
+struct VertexOutput
+{
+    float4 gl_Position : SV_Position;
+    float2 tc : TEXCOORD0;
+
+};
+
+cbuffer MyConstantBuffer : register(b0)
+{
+float2 iResolution;
+
+};
+
+void split(float2 p, inout float x, float y, float w[2], float z, VertexOutput input, float4 gl_FragCoord) {
+ x =  p.x;
+ y = (( p.y +  w[0]) +  z);
+return ;
+}
+float4 FUNCNAME(float2 tc, VertexOutput input, float4 gl_FragCoord) {
+float a = float(0.0f);
+float b = 0.0f;
+float w[2] = {float(0.0f), float(0.0f)};
+split( tc,  a,  b,  w, 1.0f, input, gl_FragCoord);
+return float4( a,  b, 0.0f, 1.0f);
+return float4(gloabal_float4_Constructor(0.0f));
+}
+
+
+float4 mainPS(VertexOutput input) : SV_TARGET
+{
+    float2 _tc = input.gl_Position.xy / input.gl_Position.w / iResolution.xy;
+    float4 gl_FragCoord = float4(_tc * iResolution.xy, 0.0, 1.0);
+    _tc.y = 1.0 - _tc.y;
+    return FUNCNAME(_tc, input, gl_FragCoord).zyxw;
+}
+    

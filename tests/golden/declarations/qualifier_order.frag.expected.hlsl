@@ -1,0 +1,25 @@
+@prelude@
+
+struct VertexOutput
+{
+    float4 gl_Position : SV_Position;
+    float2 tc : TEXCOORD0;
+
+};
+
+static varying float lost;
+static varying float kept;
+static varying int gone;
+static varying flat int there;
+static float dropped;
+static layout (location = 3, shared) varying float placed;
+
+
+float4 mainPS(VertexOutput input) : SV_TARGET
+{
+    float2 _tc = input.gl_Position.xy / input.gl_Position.w / iResolution.xy;
+    float4 gl_FragCoord = float4(_tc * iResolution.xy, 0.0, 1.0);
+    _tc.y = 1.0 - _tc.y;
+    return FUNCNAME(_tc, input, gl_FragCoord).zyxw;
+}
+    

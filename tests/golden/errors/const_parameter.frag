@@ -1,0 +1,3 @@
+float f(const float a) {
+    return a;
+}

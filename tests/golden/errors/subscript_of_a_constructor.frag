@@ -1,0 +1,3 @@
+float f() {
+    return vec2(1.0)[0];
+}

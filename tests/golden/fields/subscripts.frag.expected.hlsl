@@ -1,0 +1,33 @@
+@prelude@
+
+struct VertexOutput
+{
+    float4 gl_Position : SV_Position;
+    float2 tc : TEXCOORD0;
+
+};
+
+cbuffer MyConstantBuffer : register(b0)
+{
+float2 iResolution;
+float4x4 m;
+
+};
+
+float4 FUNCNAME(float2 tc, VertexOutput input, float4 gl_FragCoord) {
+float w[2] = {0.5f, 0.25f};
+float4 column =  m[1];
+float element = (( m[1][2] +  tc[0]) +  w[1]);
+return ( column *  element);
+return float4(gloabal_float4_Constructor(0.0f));
+}
+
+
+float4 mainPS(VertexOutput input) : SV_TARGET
+{
+    float2 _tc = input.gl_Position.xy / input.gl_Position.w / iResolution.xy;
+    float4 gl_FragCoord = float4(_tc * iResolution.xy, 0.0, 1.0);
+    _tc.y = 1.0 - _tc.y;
+    return FUNCNAME(_tc, input, gl_FragCoord).zyxw;
+}
+    

@@ -1,0 +1,34 @@
+@prelude@
+
+struct VertexOutput
+{
+    float4 gl_Position : SV_Position;
+    float2 tc : TEXCOORD0;
+
+};
+
+cbuffer MyConstantBuffer : register(b0)
+{
+float2 iResolution;
+
+};
+
+float4 FUNCNAME(float2 tc, VertexOutput input, float4 gl_FragCoord) {
+float4 c = float4( tc.xy,  tc.yx);
+ c.xyz =  c.zyx;
+ c.w = ( c.xyzw.w +  c.x);
+ c.zw =  c.xy;
+int3 i = int3(1, 2, 3);
+return ( c.zyxw *  i.xxyy.x);
+return float4(gloabal_float4_Constructor(0.0f));
+}
+
+
+float4 mainPS(VertexOutput input) : SV_TARGET
+{
+    float2 _tc = input.gl_Position.xy / input.gl_Position.w / iResolution.xy;
+    float4 gl_FragCoord = float4(_tc * iResolution.xy, 0.0, 1.0);
+    _tc.y = 1.0 - _tc.y;
+    return FUNCNAME(_tc, input, gl_FragCoord).zyxw;
+}
+    

@@ -1,0 +1,35 @@
+@prelude@
+
+struct VertexOutput
+{
+    float4 gl_Position : SV_Position;
+    float2 tc : TEXCOORD0;
+
+};
+
+cbuffer MyConstantBuffer : register(b0)
+{
+float2 iResolution;
+
+};
+
+float4 FUNCNAME(float2 tc, VertexOutput input, float4 gl_FragCoord) {
+int i = 7;
+int j = 2;
+float f =  tc.x;
+float g = 2.0f;
+int k = (((((( i %  j) << 1) >> 1) & 7) ^ 2) | 8);
+ f = (((( f *  g) / 3.0f) +  g) - ( f *  i));
+return float4( f,  k, ( i +  j), (( i *  j) - ( i /  j)));
+return float4(gloabal_float4_Constructor(0.0f));
+}
+
+
+float4 mainPS(VertexOutput input) : SV_TARGET
+{
+    float2 _tc = input.gl_Position.xy / input.gl_Position.w / iResolution.xy;
+    float4 gl_FragCoord = float4(_tc * iResolution.xy, 0.0, 1.0);
+    _tc.y = 1.0 - _tc.y;
+    return FUNCNAME(_tc, input, gl_FragCoord).zyxw;
+}
+    

@@ -1,0 +1,42 @@
+@prelude@
+
+struct VertexOutput
+{
+    float4 gl_Position : SV_Position;
+    float2 tc : TEXCOORD0;
+
+};
+
+cbuffer MyConstantBuffer : register(b0)
+{
+float2 iResolution;
+
+};
+
+float early(float a, VertexOutput input, float4 gl_FragCoord) {
+if(( a < 0.5f))return 1.0f;
+ {
+return  a;
+}
+return float(0.0f);
+}
+void nothing(VertexOutput input, float4 gl_FragCoord) {
+return;
+return ;
+}
+float4 FUNCNAME(float2 tc, VertexOutput input, float4 gl_FragCoord) {
+if(( tc.x > 0.75f))discard;
+nothing(input, gl_FragCoord);
+return float4(gloabal_float4_Constructor(early( tc.x, input, gl_FragCoord)));
+return float4(gloabal_float4_Constructor(0.0f));
+}
+
+
+float4 mainPS(VertexOutput input) : SV_TARGET
+{
+    float2 _tc = input.gl_Position.xy / input.gl_Position.w / iResolution.xy;
+    float4 gl_FragCoord = float4(_tc * iResolution.xy, 0.0, 1.0);
+    _tc.y = 1.0 - _tc.y;
+    return FUNCNAME(_tc, input, gl_FragCoord).zyxw;
+}
+    

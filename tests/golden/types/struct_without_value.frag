@@ -1,0 +1,5 @@
+struct S { float a; };
+S f(S p) {
+    S local;
+    return p;
+}
