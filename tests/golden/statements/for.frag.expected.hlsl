@@ -23,7 +23,6 @@ for(int i = 0; ( i < 4); ++ i) {
 
 [loop]
 for(int j = 0; ( j < 4);  j++) sum += INPUT1.Sample(INPUT1_SAMPLER, GLOBAL_TRANS_TC(( tc + (float2( i,  j) * 0.0099999997764826f)))).zyxw;
-if(( sum.w > 10.0f))break;
 }
 return ( sum / 16.0f);
 return float4(gloabal_float4_Constructor(0.0f));
