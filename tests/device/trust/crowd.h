@@ -1,0 +1,18 @@
+#pragma once
+
+#include <chrono>
+
+#include "host/fake_host.h"
+
+namespace trust {
+
+/// Eight host threads with fifty effects between them, each made, used, resized, read back and
+/// dropped at random until the time is over.
+///
+/// @returns how many calls were made
+int runCrowd(IOpenGLEffectEngine* engine, std::chrono::seconds length);
+
+/// How long a stress test runs: ORVANE_STRESS_SECONDS of the environment, or a few seconds.
+std::chrono::seconds stressLength();
+
+}  // namespace trust
