@@ -64,12 +64,12 @@ TEST_P(LongChainTest, AHundredThousandLinksPrint) {
     EXPECT_GT(t.text.size(), 200000U);
 }
 
-TEST_P(LongChainTest, AThousandLinksPrintAsThePlainWayPrintsThem) {
+TEST_P(LongChainTest, AHundredLinksPrintAsThePlainWayPrintsThem) {
     Translation quick;
     Translation plain;
     plain.plainly = true;
-    quick.translate(source(1000));
-    plain.translate(source(1000));
+    quick.translate(source(100));
+    plain.translate(source(100));
     EXPECT_EQ(quick.text, plain.text);
 }
 
