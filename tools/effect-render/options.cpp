@@ -110,7 +110,7 @@ constexpr ParamOption kParamOptions[] = {
 // goes to `take`; the option eats no argument that follows it.
 void AddTextOption(CLI::App& app, const std::string& names, const std::string& shape,
                    const std::string& help, bool repeatable,
-                   std::function<void(const std::string&)> take) {
+                   const std::function<void(const std::string&)>& take) {
     CLI::Option* option = app.add_option_function<std::vector<std::string>>(
         names,
         [take](const std::vector<std::string>& texts) {

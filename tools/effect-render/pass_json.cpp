@@ -222,7 +222,7 @@ void FillAttributes(std::vector<PassDescription>& passes) {
 }
 
 std::string ReadProgram(const JsonField& field, const EffectDescription& effect) {
-    const std::string name = field.Text();
+    std::string name = field.Text();
     const bool known =
         std::any_of(effect.programs.begin(), effect.programs.end(),
                     [&name](const ProgramDescription& program) { return program.name == name; });
