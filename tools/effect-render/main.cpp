@@ -98,5 +98,10 @@ ExitStatus RunReportingErrors() {
 
 int main() {
     SetConsoleOutputCP(CP_UTF8);
-    return static_cast<int>(effect_render::RunReportingErrors());
+    const auto status = static_cast<int>(effect_render::RunReportingErrors());
+    // The library's device lives until the process ends, and its driver's threads may still run:
+    // nothing is gained by taking the process down step by step around them.
+    std::fflush(nullptr);
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(status));
+    return status;
 }
