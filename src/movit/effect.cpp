@@ -134,10 +134,12 @@ std::string Effect::extra_text_b() const {
     return {};
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the slot takes its argument over.
 std::string Effect::extra_text_c(std::vector<std::string> /*lines*/) const {
     return {};
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the slot takes its argument over.
 std::string Effect::extra_text_d(std::vector<std::string> /*lines*/) const {
     return {};
 }

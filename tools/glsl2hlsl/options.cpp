@@ -87,7 +87,9 @@ void read_each(const std::string& option, const std::vector<std::string>& texts,
         Value value;
         const std::string wrong = parse(text, value);
         if (!wrong.empty()) {
-            throw CLI::ValidationError(option, "\"" + text + "\": " + wrong);
+            std::string message = "\"";
+            message.append(text).append("\": ").append(wrong);
+            throw CLI::ValidationError(option, message);
         }
         values.push_back(std::move(value));
     }

@@ -67,7 +67,7 @@ void translate_text_mode(std::string& text) {
     }
     size_t to = from;
     for (; from < text.size(); ++from) {
-        if (text[from] == '\r' && from + 1 < text.size() && text[from + 1] == '\n') {
+        if (from + 1 < text.size() && text[from] == '\r' && text[from + 1] == '\n') {
             continue;
         }
         text[to++] = text[from];
@@ -102,7 +102,8 @@ bool decode_group(const char (&group)[4], std::string& bytes) {
     int values[4];
     for (int i = 0; i < 4; ++i) {
         values[i] = base64_value(group[i]);
-        if (values[i] == kNoValue && (i < 2 || !is_padding(group[i]))) {
+        const bool may_pad = i >= 2;
+        if (values[i] == kNoValue && !(may_pad && is_padding(group[i]))) {
             return false;
         }
     }
@@ -139,7 +140,7 @@ std::string DecodeBase64(std::string_view text) {
 
 std::string ReadShaderFile(const std::string& path, bool base64, FileSource& files,
                            ReadStatus* status) {
-    ReadStatus ignored;
+    ReadStatus ignored = ReadStatus::kRead;
     ReadStatus& outcome = status != nullptr ? *status : ignored;
     if (path.empty()) {
         log_error("file path is empty");
