@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 
 namespace glsl {
 
@@ -11,8 +12,6 @@ namespace {
 
 constexpr int kFractionDigits = 16;  // of "%.16f"
 constexpr int kMantissaBits = 24;    // of a 32-bit float, the hidden one included
-constexpr uint64_t kFiveTo16 = 152587890625ULL;
-constexpr uint64_t kTenTo16 = 10000000000000000ULL;
 constexpr uint32_t kTenTo9 = 1000000000U;
 
 // A finite float is mantissa * 2^exponent, exactly.
@@ -72,14 +71,24 @@ char* putBigInteger(char* at, uint32_t mantissa, int shift) {
     return at;
 }
 
-// round(mantissa / 2^bits * 10^16), ties to even. As 10^16 is 5^16 * 2^16, the product stays below
-// 2^62 and nothing is lost before the one rounding shift.
-uint64_t fractionDigits(uint32_t mantissa, int bits) {
-    const uint64_t product = mantissa * kFiveTo16;
+// The digits behind the point as a number, and how many they are.
+struct Fraction {
+    uint64_t digits;
+    int count;
+};
+
+constexpr uint64_t kPowersOfFive[] = {
+    1ULL,         5ULL,          25ULL,         125ULL,         625ULL,          3125ULL,
+    15625ULL,     78125ULL,      390625ULL,     1953125ULL,     9765625ULL,      48828125ULL,
+    244140625ULL, 1220703125ULL, 6103515625ULL, 30517578125ULL, 152587890625ULL,
+};
+static_assert(std::size(kPowersOfFive) == kFractionDigits + 1, "5^0 to 5^16");
+
+// round(mantissa / 2^bits * 10^16), ties to even, for more than 16 bits. As 10^16 is 5^16 * 2^16,
+// the product stays below 2^62 and nothing is lost before the one rounding shift.
+uint64_t roundedDigits(uint32_t mantissa, int bits) {
+    const uint64_t product = mantissa * kPowersOfFive[kFractionDigits];
     const int shift = bits - kFractionDigits;
-    if (shift <= 0) {
-        return product << -shift;
-    }
     if (shift > 62) {
         return 0;
     }
@@ -90,18 +99,33 @@ uint64_t fractionDigits(uint32_t mantissa, int bits) {
     return quotient + (up ? 1 : 0);
 }
 
-// The digits behind the point without the zeros at their end; one zero if nothing is left.
-char* putFraction(char* at, uint64_t digits) {
-    int count = kFractionDigits;
-    while (count > 1 && digits % 10 == 0) {
-        digits /= 10;
-        --count;
+// mantissa / 2^bits, which is below 1, without zeros at its end; one zero for nothing. An odd
+// number of 2^-n ends behind n digits.
+Fraction fractionOf(uint32_t mantissa, int bits) {
+    while (bits > 0 && (mantissa & 1) == 0 && mantissa != 0) {
+        mantissa >>= 1;
+        --bits;
     }
-    for (int i = count - 1; i >= 0; --i) {
-        at[i] = static_cast<char>('0' + digits % 10);
-        digits /= 10;
+    if (mantissa == 0) {
+        return {0, 1};
     }
-    return at + count;
+    if (bits <= kFractionDigits) {
+        return {mantissa * kPowersOfFive[bits], bits};
+    }
+    Fraction result{roundedDigits(mantissa, bits), kFractionDigits};
+    while (result.count > 1 && result.digits % 10 == 0) {
+        result.digits /= 10;
+        --result.count;
+    }
+    return result;
+}
+
+char* putFraction(char* at, Fraction fraction) {
+    for (int i = fraction.count - 1; i >= 0; --i) {
+        at[i] = static_cast<char>('0' + fraction.digits % 10);
+        fraction.digits /= 10;
+    }
+    return at + fraction.count;
 }
 
 char* putFinite(char* at, const Parts& parts) {
@@ -114,11 +138,10 @@ char* putFinite(char* at, const Parts& parts) {
     const int bits = -parts.exponent;  // behind the point
     const uint32_t whole = bits < kMantissaBits ? parts.mantissa >> bits : 0;
     const uint32_t rest = bits < 32 ? parts.mantissa - (whole << bits) : parts.mantissa;
-    const uint64_t digits = fractionDigits(rest, bits);
-    static_assert(kMantissaBits < 53, "24 bits behind the point never round up to a whole");
-    at = std::to_chars(at, at + 10, whole + static_cast<uint32_t>(digits / kTenTo16)).ptr;
+    // 24 bits behind the point never round up to a whole.
+    at = std::to_chars(at, at + 10, whole).ptr;
     *at++ = '.';
-    return putFraction(at, digits % kTenTo16);
+    return putFraction(at, fractionOf(rest, bits));
 }
 
 std::string_view view(const LiteralBuffer& buffer, const char* end) {

@@ -39,11 +39,10 @@ constexpr AvoidedWord kAvoidedWords[] = {
 // The shortest and the longest avoided word, and their initials: most names are told apart by them.
 constexpr size_t kShortest = 3;
 constexpr size_t kLongest = 13;
-constexpr std::string_view kInitials = "plmvkitncs";
+constexpr InitialSet kInitials("plmvkitncs");
 
 constexpr bool mayBeAvoided(std::string_view name) {
-    return name.size() >= kShortest && name.size() <= kLongest &&
-           kInitials.find(name.front()) != std::string_view::npos;
+    return name.size() >= kShortest && name.size() <= kLongest && kInitials.hasInitialOf(name);
 }
 
 constexpr bool initialsCoverTheTable() {

@@ -2,10 +2,27 @@
 
 /// Under which names identifiers appear in HLSL.
 
+#include <array>
 #include <string>
 #include <string_view>
 
 namespace glsl {
+
+/// A set of first letters: tells most names apart from those of a table.
+class InitialSet {
+public:
+    constexpr explicit InitialSet(std::string_view letters) {
+        for (const char letter : letters) {
+            has_[static_cast<unsigned char>(letter)] = true;
+        }
+    }
+    [[nodiscard]] constexpr bool hasInitialOf(std::string_view name) const {
+        return !name.empty() && has_[static_cast<unsigned char>(name.front())];
+    }
+
+private:
+    std::array<bool, 256> has_{};
+};
 
 /// The name with "AVOID_KEYWORD_CONFLICTS_" in front if it would meet a word of HLSL, else the name
 /// itself. Exact and case-sensitive.

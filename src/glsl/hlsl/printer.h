@@ -186,16 +186,19 @@ private:
 
     // ---- common (printer.cpp)
     // Appends a formatted piece; one of kPieceLimit bytes or more is cut.
-    void piece(std::string_view a, std::string_view b, std::string_view c = {},
-               std::string_view d = {}, std::string_view e = {}) {
-        text_.put(a);
-        text_.put(b);
-        text_.put(c);
-        text_.put(d);
-        text_.put(e);
-        if (a.size() + b.size() + c.size() + d.size() + e.size() >= kPieceLimit) {
-            cutPiece(a.size() + b.size() + c.size() + d.size() + e.size());
+    void piece(std::string_view a, std::string_view b) {
+        text_.put(a, b);
+        if (a.size() + b.size() >= kPieceLimit) {
+            cutPiece(a.size() + b.size());
         }
+    }
+    void piece(std::string_view a, std::string_view b, std::string_view c, std::string_view d = {},
+               std::string_view e = {}) {
+        const size_t begin = text_.size();
+        text_.put(a, b);
+        text_.put(c, d);
+        text_.put(e);
+        endPiece(begin);
     }
     // The same for a piece that stands at the end of the text already.
     void endPiece(size_t begin) {

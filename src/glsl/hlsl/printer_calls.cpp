@@ -48,8 +48,8 @@ constexpr InputPrefix kInputPrefixes[] = {
 };
 
 Callee calleeOf(std::string_view name) {
-    constexpr std::string_view kInitials = "mafglADI";  // of all names and prefixes above
-    if (name.empty() || kInitials.find(name.front()) == std::string_view::npos) {
+    constexpr InitialSet kInitials("mafglADI");  // of all names and prefixes above
+    if (!kInitials.hasInitialOf(name)) {
         return Callee::general;
     }
     for (const MappedName& row : kMappedNames) {

@@ -30,6 +30,11 @@ bool isKind(const astExpression* expression, ExpressionKind kind) {
     return expression != nullptr && expression->kind == kind;
 }
 
+// Constants and names need no further walk.
+bool isPlainLeaf(const astExpression* expression) {
+    return expression != nullptr && expression->kind <= ExpressionKind::variableIdentifier;
+}
+
 // How `left *= right` is written: as an assignment of the product where a matrix is on the right.
 OperationForm multiplyAssignForm(ValueClass left, ValueClass right) {
     if (!isMatrix(right) || dimension(left) != dimension(right)) {
@@ -44,7 +49,8 @@ OperationForm multiplyAssignForm(ValueClass left, ValueClass right) {
 
 Value Printer::printChain(astExpression* outermost) {
     const size_t base = links_.size();
-    Value value = printExpression(openLinks(outermost));
+    astExpression* const leaf = openLinks(outermost);
+    Value value = isPlainLeaf(leaf) ? printLeaf(*leaf) : printExpression(leaf);
     size_t special = SIZE_MAX;  // the outermost link so far whose text is not in its final order
     for (size_t place = links_.size(); place-- > base;) {
         const astExpression* const node = links_[place].node;

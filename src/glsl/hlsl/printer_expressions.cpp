@@ -150,23 +150,24 @@ Value Printer::printVariableUse(astVariable* variable) {
     }
     Symbol& symbol = variableSymbol(*variable);
     isClassStale_ = isClassStale_ || &symbol == &matrixSubscript_;
-    const bool isLocal = scopes_.has(symbol);
+    Value value;
+    const bool isLocal = scopes_.read(symbol, KeyFamily::plain, value);
     if (!isLocal && (&symbol == &position_ || (&symbol == &coordinate_ && inVertexStage()))) {
         text_.put(symbol.name);
         return {};
     }
-    const bool isAtFileScope = scopes_.has(symbol, KeyFamily::constantBuffer);
+    const bool isAtFileScope = scopes_.read(symbol, KeyFamily::constantBuffer, value);
     if (isLocal || isAtFileScope) {
         piece(" ", symbol.name);
-        return scopes_.get(symbol, isAtFileScope ? KeyFamily::constantBuffer : KeyFamily::plain);
+        return value;
     }
     if (!inVertexStage()) {
         piece("input.", symbol.name);
         return scopes_.get(symbol, KeyFamily::vertexOutput);
     }
-    if (scopes_.has(symbol, KeyFamily::vertexInput)) {
+    if (scopes_.read(symbol, KeyFamily::vertexInput, value)) {
         piece("input.", symbol.name, needsSemanticMark(symbol.name) ? "_" : "");
-        return scopes_.get(symbol, KeyFamily::vertexInput);
+        return value;
     }
     piece("", symbol.name);
     return scopes_.get(symbol, KeyFamily::vertexOutput);

@@ -123,11 +123,27 @@ Symbol& ScopeStack::intern(std::string_view name, uint32_t hash) {
             sameKey = symbol->owner;
         }
     }
+    hasOddNames_ = hasOddNames_ || isOdd(name);
     Symbol& made = make(name, KeyFamily::plain, hash, slot);
     if (sameKey != nullptr) {
         made.owner = sameKey;
     }
     return made;
+}
+
+// Names that begin like a key, end like one, or end in what marks a semantic.
+bool ScopeStack::isOdd(std::string_view name) {
+    if (name.empty() || name.back() == '_' || name.back() == 'E') {
+        return true;
+    }
+    for (const Affix& prefix : kPrefixes) {
+        const size_t length = prefix.text.size();
+        if (length != 0 && name.front() == prefix.text.front() &&
+            name.substr(0, length - 1) == prefix.text.substr(0, length - 1)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 Symbol* ScopeStack::search(Symbol& symbol, KeyFamily family) const {
@@ -215,12 +231,13 @@ void ScopeStack::pushEntry(Symbol& owner, const Value& value) {
     owner.entry = static_cast<uint32_t>(entries_.size());
 }
 
-Value ScopeStack::get(Symbol& symbol, KeyFamily family) const {
-    const Symbol* const owner = find(symbol, family);
-    if (owner != nullptr && owner->entry != 0) {
-        return entries_[owner->entry - 1].value;
+bool ScopeStack::readOutside(const Symbol& symbol, KeyFamily family, Value& value) const {
+    const std::string key = text(keyOf(symbol.name, family));
+    if (!outer_->has(key)) {
+        return false;
     }
-    return outer_ != nullptr ? fromObject(outer_->get(text(keyOf(symbol.name, family)))) : Value{};
+    value = fromObject(outer_->get(key));
+    return true;
 }
 
 void ScopeStack::set(Symbol& symbol, KeyFamily family, const Value& value) {

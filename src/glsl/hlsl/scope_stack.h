@@ -80,7 +80,20 @@ public:
         const Symbol* const owner = find(symbol, family);
         return (owner != nullptr && owner->entry != 0) || hasOutside(symbol, family);
     }
-    [[nodiscard]] Value get(Symbol& symbol, KeyFamily family = KeyFamily::plain) const;
+    [[nodiscard]] Value get(Symbol& symbol, KeyFamily family = KeyFamily::plain) const {
+        Value value;
+        (void)read(symbol, family, value);
+        return value;
+    }
+    /// has() and, if so, get().
+    [[nodiscard]] bool read(Symbol& symbol, KeyFamily family, Value& value) const {
+        const Symbol* const owner = find(symbol, family);
+        if (owner != nullptr && owner->entry != 0) {
+            value = entries_[owner->entry - 1].value;
+            return true;
+        }
+        return outer_ != nullptr && readOutside(symbol, family, value);
+    }
     void set(Symbol& symbol, KeyFamily family, const Value& value);
     void set(Symbol& symbol, const Value& value) { set(symbol, KeyFamily::plain, value); }
     void define(Symbol& symbol, const Value& value);
@@ -108,7 +121,7 @@ private:
             return symbol.owner;
         }
         Symbol* const known = symbol.related[static_cast<size_t>(family)];
-        return known != nullptr ? known : search(symbol, family);
+        return known != nullptr || !hasOddNames_ ? known : search(symbol, family);
     }
     Symbol* search(Symbol& symbol, KeyFamily family) const;
     Symbol& findOrMake(Symbol& symbol, KeyFamily family);
@@ -116,6 +129,8 @@ private:
     Symbol* probe(const Key& key, uint32_t hash, size_t& slot) const;
     Symbol& make(std::string_view name, KeyFamily family, uint32_t hash, size_t slot);
     [[nodiscard]] size_t firstSlot(uint32_t hash) const;
+    static bool isOdd(std::string_view name);
+    bool readOutside(const Symbol& symbol, KeyFamily family, Value& value) const;
     [[nodiscard]] bool hasOutside(const Symbol& symbol, KeyFamily family) const {
         return outer_ != nullptr && outer_->has(text(keyOf(symbol.name, family)));
     }
@@ -135,6 +150,9 @@ private:
     Symbol** slots_ = inlineSlots_.data();
     size_t slotCount_ = kInlineSlots;  // a power of two
     size_t symbolCount_ = 0;
+    // Some name could be read as a key, or two names as one; until then a key that was not made
+    // from its own symbol is known to be absent.
+    bool hasOddNames_ = false;
     std::array<Symbol, kInlineSymbols> inlineSymbols_;
     std::vector<std::unique_ptr<Symbol[]>> chunks_;  // kInlineSymbols, then twice as many each
     Symbol* nextSymbol_ = inlineSymbols_.data();

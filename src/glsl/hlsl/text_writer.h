@@ -42,6 +42,11 @@ public:
         require(piece.size());
         append(piece.data(), piece.size());
     }
+    void put(std::string_view first, std::string_view second) {
+        require(first.size() + second.size());
+        append(first.data(), first.size());
+        append(second.data(), second.size());
+    }
     /// A text whose length the compiler knows.
     template <size_t kSize>
     void put(const char (&piece)[kSize]) {
