@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <fstream>
 #include <iostream>
+#include <stdexcept>
 
 #include "DirectXEffectMgr/Source/logging/logging.h"
 #include "ours.h"
@@ -16,10 +17,11 @@ struct Options {
     std::string samples = ORVANE_SAMPLES;
     bench::Scale scale;
     bool quick = false;
+    bool strict = false;
 };
 
 // The effects that both translators take; the others are named on standard error with the reason.
-std::vector<bench::Pair> pairs_of(std::vector<bench::EffectSource> effects) {
+std::vector<bench::Pair> pairs_of(std::vector<bench::EffectSource> effects, bool strict) {
     const bench::ReferenceTranslator reference;
     std::vector<bench::Pair> pairs;
     for (bench::EffectSource& effect : effects) {
@@ -33,6 +35,9 @@ std::vector<bench::Pair> pairs_of(std::vector<bench::EffectSource> effects) {
             pairs.push_back({std::move(effect), std::move(complete)});
         } else {
             std::cerr << "left out: " << effect.name << ": " << error << '\n';
+            if (strict) {
+                throw std::runtime_error("an effect is not taken by both translators");
+            }
         }
     }
     return pairs;
@@ -40,8 +45,9 @@ std::vector<bench::Pair> pairs_of(std::vector<bench::EffectSource> effects) {
 
 int run(const Options& options) {
     bench::Report report(options.scale.rounds);
-    const std::vector<bench::Pair> made = pairs_of(bench::make_effects(120));
-    const std::vector<bench::Pair> samples = pairs_of(bench::load_samples(options.samples));
+    const std::vector<bench::Pair> made = pairs_of(bench::make_effects(120), options.strict);
+    const std::vector<bench::Pair> samples =
+        pairs_of(bench::load_samples(options.samples), options.strict);
     report.add(bench::measure_translation("translation: generated effects, both stages", made,
                                           options.scale, false));
     report.add(bench::measure_translation("translation: sample effects, the stages they bring",
@@ -73,6 +79,7 @@ int main(int argc, char** argv) {
         ->check(CLI::Range(1, 100000))
         ->capture_default_str();
     app.add_flag("--quick", options.quick, "three rounds, and no source of a megabyte");
+    app.add_flag("--strict", options.strict, "fail if one of the translators refuses an effect");
     CLI11_PARSE(app, argc, argv);
     if (options.quick) {
         options.scale = {3, false};

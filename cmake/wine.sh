@@ -22,8 +22,9 @@ program=$(realpath "$program")
 
 export WINEPREFIX=${ORVANE_WINE_PREFIX:-$(dirname "$(dirname "$program")")/wine}
 export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}
-# The real HLSL compiler lies beside the program; no browser or .NET parts, no desktop entries.
-export WINEDLLOVERRIDES='d3dcompiler_47=n,b;mscoree,mshtml=;winemenubuilder.exe=d'
+# The real HLSL compiler lies beside the program; no browser or .NET parts, no desktop entries, and
+# no debugger that would wait for somebody after a crash.
+export WINEDLLOVERRIDES='d3dcompiler_47=n,b;mscoree,mshtml=;winemenubuilder.exe,winedbg.exe=d'
 
 idle_seconds=10
 

@@ -23,6 +23,15 @@ HlslTexts usual_texts() {
     return {text.vertex_hlsl, text.fragment_hlsl};
 }
 
+fake::World& null_world() {
+    static fake::World* const world = [] {
+        auto* made = new fake::World;
+        made->setRecording(false);
+        return made;
+    }();
+    return *world;
+}
+
 void wait_for_device(ID3D11Device* device) {
     Microsoft::WRL::ComPtr<ID3D11DeviceContext> immediate;
     device->GetImmediateContext(&immediate);

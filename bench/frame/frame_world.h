@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "effect_source.h"
+#include "fake/world.h"
 #include "frame/hand_frame.h"
 #include "frame/host_library.h"
 #include "ours.h"
@@ -20,6 +21,10 @@ EffectSource usual_source();
 
 /// Its HLSL.
 HlslTexts usual_texts();
+
+/// A device that does nothing, for the whole process: the library's pool outlives an engine, and
+/// with it what it holds of the device.
+fake::World& null_world();
 
 /// Waits until the device has done all that was given to it.
 void wait_for_device(ID3D11Device* device);

@@ -3,7 +3,6 @@
 
 #include <stdexcept>
 
-#include "fake/world.h"
 #include "frame/frame_sections.h"
 #include "frame/frame_world.h"
 
@@ -69,8 +68,7 @@ void time_effect(const Engine& engine, const EffectSource& source, CompileTimes&
 }  // namespace
 
 Section measure_compile(const FrameScale& scale) {
-    fake::World world;
-    world.setRecording(false);
+    fake::World& world = null_world();
     const Engine engine(false, world.device());
     CompileTimes times;
     const std::vector<EffectSource> effects = make_effects(scale.rounds * 4);

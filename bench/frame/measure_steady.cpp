@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "fake/world.h"
 #include "frame/frame_sections.h"
 #include "frame/frame_world.h"
 #include "frame/heap_hook.h"
@@ -67,7 +66,8 @@ FrameCost cost_of_frames(const fake::World& world, Effect& effect, int frames) {
 }  // namespace
 
 Section measure_steady_frame(const FrameScale& scale) {
-    fake::World world;
+    fake::World& world = null_world();
+    world.setRecording(true);
     const Engine engine(false, world.device());
     EffectPlan plan;
     plan.fragment = usual_fragment();
@@ -103,8 +103,7 @@ Section measure_steady_frame(const FrameScale& scale) {
 }
 
 Section measure_live_effects(const FrameScale& scale) {
-    fake::World world;
-    world.setRecording(false);
+    fake::World& world = null_world();
     const Engine engine(false, world.device());
     EffectPlan plan;
     plan.fragment = usual_fragment();
@@ -143,8 +142,7 @@ Section measure_slopes(const FrameScale& scale) {
     const Step steps[] = {{"passes", &EffectPlan::passes, {1, 4, 16, 64}},
                           {"instances", &EffectPlan::instances, {1, 10, 100, 1000}},
                           {"parameters", &EffectPlan::floats, {2, 10, 50, 250}}};
-    fake::World world;
-    world.setRecording(false);
+    fake::World& world = null_world();
     const Engine engine(false, world.device());
     Section section;
     section.title = "slopes: us per frame over passes, instances, parameters";

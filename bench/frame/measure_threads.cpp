@@ -3,7 +3,6 @@
 #include <mutex>
 #include <thread>
 
-#include "fake/world.h"
 #include "frame/frame_sections.h"
 #include "frame/frame_world.h"
 
@@ -63,12 +62,8 @@ private:
 }  // namespace
 
 Section measure_threads(const FrameScale& scale) {
-    fake::World inline_world;
-    fake::World threaded_world;
-    inline_world.setRecording(false);
-    threaded_world.setRecording(false);
-    const Engine inline_engine(false, inline_world.device());
-    const Engine threaded_engine(true, threaded_world.device());
+    const Engine inline_engine(false, null_world().device());
+    const Engine threaded_engine(true, null_world().device());
     EffectPlan plan;
     plan.fragment = usual_fragment();
     Effect inline_effect(inline_engine, plan);
