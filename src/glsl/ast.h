@@ -521,6 +521,7 @@ inline constexpr std::size_t kPrintBufferSize = 4096;
 /// The root of a parsed shader; no node itself. It lies in the tree's arena, so new nodes for the
 /// tree are made with `unit.home.make<astX>(...)`.
 struct astTU {
+    // cppcheck-suppress uninitMemberVar ; printBuffer is scratch, written before it is read
     astTU(arena& memory, std::uint32_t stage) : shaderType(stage), home(memory) {}
     astTU(const astTU&) = delete;
     astTU& operator=(const astTU&) = delete;

@@ -231,8 +231,9 @@ void Session::SetPictures(int32_t index, const InputDescription& input) {
         for (const Picture& picture : pictures) {
             list.push_back(AsInputTexture(picture, input.nearest));
         }
-        result = input.still ? effect_->UpdateInputTextureList(index, std::move(list))
-                             : effect_->SetInputTextureList(index, std::move(list));
+        const auto give = input.still ? &IOpenGLEffect::UpdateInputTextureList
+                                      : &IOpenGLEffect::SetInputTextureList;
+        result = (*effect_.*give)(index, std::move(list));
     } else if (input.still) {
         result = effect_->SetInputTextureRef(index, first.pixels.data(), first.width, first.height,
                                              first.RowPitch(), first.channels, false, choice, 0, 0);

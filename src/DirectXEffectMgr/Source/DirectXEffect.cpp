@@ -55,7 +55,9 @@ void CDirectXEffect::SetDevice(ID3D11Device* new_device,
     immediate_context = new_immediate_context;
 }
 
-bool CDirectXEffect::IsUsable() const { return true; }
+bool CDirectXEffect::IsUsable() const {
+    return true;
+}
 
 namespace {
 
