@@ -182,6 +182,7 @@ bool parser::impl::parseQualifiers(TopLevel& level, const TopLevel* continuation
         if (lexer_->peek().type == TokenKind::end) {
             return false;
         }
+        // Only the words go on. NOLINTNEXTLINE(cppcoreguidelines-slicing)
         Qualifiers words = continuation == nullptr ? Qualifiers() : Qualifiers(*continuation);
         bool consumed = false;
         if (!takeQualifierWords(words, consumed) || !parseLayout(words, consumed)) {

@@ -129,6 +129,8 @@ public:
     list(const link<T>* cells, std::size_t count)
         : cells_(const_cast<link<T>*>(cells)), size_(static_cast<std::uint32_t>(count)) {}
     list(const list& other) : cells_(other.cells_), size_(other.size_) {}
+    // Assigned to itself a list keeps its elements.
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
     list& operator=(const list& other) {
         cells_ = other.cells_;
         size_ = other.size_;

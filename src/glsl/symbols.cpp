@@ -9,6 +9,7 @@ namespace {
 constexpr std::size_t kFirstSlots = 128;
 
 symbol** makeSlots(arena& memory, std::size_t count) {
+    // A slot holds a pointer. NOLINTNEXTLINE(bugprone-sizeof-expression)
     auto* slots = static_cast<symbol**>(memory.allocate(count * sizeof(symbol*)));
     std::fill(slots, slots + count, nullptr);
     return slots;

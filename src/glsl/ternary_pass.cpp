@@ -253,8 +253,10 @@ void TernaryPass::replaceInOrder(const Ternary& t) {
     const auto end = static_cast<std::size_t>(t.end);
     bytes[end + 5] = ')';
     std::memmove(bytes + colon + 6, bytes + colon + 1, end - colon - 1);
+    // Three bytes in the middle of a text. NOLINTNEXTLINE(bugprone-not-null-terminated-result)
     std::memcpy(bytes + colon + 3, "):(", 3);
     std::memmove(bytes + question + 4, bytes + question + 1, colon - question - 1);
+    // The same. NOLINTNEXTLINE(bugprone-not-null-terminated-result)
     std::memcpy(bytes + question + 1, ")?(", 3);
     std::memmove(bytes + start + 2, bytes + start + 1, question - start - 1);
     bytes[start + 1] = '(';

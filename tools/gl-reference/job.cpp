@@ -50,7 +50,7 @@ Job read_fields(const nlohmann::json& json) {
 
 Job read_job(const std::string& path) {
     try {
-        const Job job = read_fields(nlohmann::json::parse(read_text(path)));
+        Job job = read_fields(nlohmann::json::parse(read_text(path)));
         if (job.width < 1 || job.height < 1 || job.width > 16384 || job.height > 16384) {
             throw std::runtime_error("size must lie between 1x1 and 16384x16384");
         }

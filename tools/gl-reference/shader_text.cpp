@@ -29,8 +29,9 @@ std::string sampler_macros(size_t count) {
     std::string text;
     for (size_t i = 1; i <= count; ++i) {
         const std::string number = std::to_string(i);
-        text += "uniform sampler2D reference_input" + number + ";\n#define INPUT" + number +
-                "(c) texture(reference_input" + number + ", (c))\n";
+        text.append("uniform sampler2D reference_input").append(number);
+        text.append(";\n#define INPUT").append(number);
+        text.append("(c) texture(reference_input").append(number).append(", (c))\n");
     }
     return text + "#define INPUT(c) INPUT1(c)\n";
 }

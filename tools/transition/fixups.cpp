@@ -142,8 +142,10 @@ std::string write_out_mod(std::string_view text, std::vector<std::string>& notes
             const std::string x = joined(result, tokens, i + 2, comma);
             const std::string y = joined(result, tokens, comma + 1, close);
             Edits edits;
-            edits.replace(tokens[i].begin, tokens[close].end,
-                          "((" + x + ") - (" + y + ") * floor((" + x + ") / (" + y + ")))");
+            std::string written = "((";
+            written.append(x).append(") - (").append(y).append(") * floor((");
+            written.append(x).append(") / (").append(y).append(")))");
+            edits.replace(tokens[i].begin, tokens[close].end, std::move(written));
             result = edits.apply(result);
             again = changed = true;
             break;

@@ -85,7 +85,9 @@ std::string rename_reserved(std::string_view text, std::vector<std::string>& not
         }
     }
     for (const auto& [from, to] : words) {
-        notes.push_back("'" + from + "' renamed to '" + to + "': the name is taken in HLSL");
+        std::string note = "'";
+        note.append(from).append("' renamed to '").append(to);
+        notes.push_back(note.append("': the name is taken in HLSL"));
     }
     Edits edits;
     replace_words(tokens, words, edits);

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <iterator>
 
 namespace glsl {
 
@@ -136,17 +137,17 @@ class ResultTable {
 public:
     constexpr ResultTable() {
         for (const Group group : {Group::product, Group::sum, Group::quotient}) {
-            enter(group, kArithmetic);
+            enter(group, kArithmetic, std::size(kArithmetic));
         }
-        enter(Group::product, kMatrixProducts);
-        enter(Group::sum, kStringSums);
-        enter(Group::order, kComparisons);
-        enter(Group::equality, kComparisons);
-        enter(Group::equality, kVectorEqualities);
-        enter(Group::remainder, kRemainders);
-        enter(Group::logical, kLogicals);
-        enter(Group::shift, kShifts);
-        enter(Group::bits, kBits);
+        enter(Group::product, kMatrixProducts, std::size(kMatrixProducts));
+        enter(Group::sum, kStringSums, std::size(kStringSums));
+        enter(Group::order, kComparisons, std::size(kComparisons));
+        enter(Group::equality, kComparisons, std::size(kComparisons));
+        enter(Group::equality, kVectorEqualities, std::size(kVectorEqualities));
+        enter(Group::remainder, kRemainders, std::size(kRemainders));
+        enter(Group::logical, kLogicals, std::size(kLogicals));
+        enter(Group::shift, kShifts, std::size(kShifts));
+        enter(Group::bits, kBits, std::size(kBits));
     }
 
     constexpr C result(Group group, C left, C right) const {
@@ -159,10 +160,9 @@ private:
             static_cast<size_t>(group) * kValueClassCount + static_cast<size_t>(left);
         return row * kValueClassCount + static_cast<size_t>(right);
     }
-    template <size_t kRows>
-    constexpr void enter(Group group, const Row (&rows)[kRows]) {
-        for (const Row& row : rows) {
-            results_[cell(group, row.left, row.right)] = row.result;
+    constexpr void enter(Group group, const Row* rows, size_t count) {
+        for (size_t i = 0; i < count; ++i) {
+            results_[cell(group, rows[i].left, rows[i].right)] = rows[i].result;
         }
     }
 
