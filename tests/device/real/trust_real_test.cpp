@@ -31,7 +31,7 @@ protected:
 TEST_P(RandomRealTest, AFewHundredCallsBreakNothing) {
     int pictures = 0;
     for (uint32_t seed = 1; seed <= 4; ++seed) {
-        trust::RandomHost host(engine(), seed);
+        trust::RandomHost host(engine(), seed, false);
         for (int i = 0; i < 100; ++i) {
             host.step();
             host::log::clear();
@@ -69,7 +69,7 @@ class CrowdRealTest : public PixelHost {};
 
 TEST_F(CrowdRealTest, EightThreadsAndFiftyEffects) {
     mode = Mode::threaded;
-    EXPECT_GT(trust::runCrowd(engine(), trust::stressLength()), 100);
+    EXPECT_GT(trust::runCrowd(engine(), trust::stressLength(), false), 100);
     const Effect effect = readyEffect(host::kRed);
     EXPECT_TRUE(uniform({255, 0, 0, 255}, render(effect), 0));
 }

@@ -7,6 +7,7 @@ namespace trust {
 namespace {
 
 constexpr int kMaxSide = 64;  // pictures of this size stay within the memory that is given
+constexpr int32_t kIndexedMode = 2;
 constexpr int kMaxInputs = 5;
 constexpr int kMaxUnits = 1000;  // vertices and units of index lists: their data is that long
 
@@ -57,8 +58,8 @@ const std::vector<RandomHost::Row>& RandomHost::steps() {
     return rows;
 }
 
-RandomHost::RandomHost(IOpenGLEffectEngine* engine, uint32_t seed)
-    : engine_(engine), random_(seed) {}
+RandomHost::RandomHost(IOpenGLEffectEngine* engine, uint32_t seed, bool draws_unindexed)
+    : engine_(engine), random_(seed), draws_unindexed_(draws_unindexed) {}
 
 bool RandomHost::create() {
     if (engine_->CreateEffect(side(), side(), 256, chance(50), "", effect_, 0, "", {}, {}) != 0) {
@@ -120,8 +121,9 @@ std::vector<int32_t> RandomHost::numbers(int longest) {
 }
 
 VertexAttribute RandomHost::attribute() {
-    VertexAttribute made = effect_->MakeVertexAttribute(name(), static_cast<uint32_t>(pick(6)),
-                                                        data(), chance(30), chance(10), 0);
+    VertexAttribute made =
+        effect_->MakeVertexAttribute(name(), static_cast<uint32_t>(pick(6)), data(), chance(30),
+                                     draws_unindexed_ && chance(10), 0);
     made.count = number() % kMaxUnits;
     return made;
 }
@@ -286,7 +288,8 @@ void RandomHost::stateStep() {
     effect_->SetCullBack(chance(50));
     effect_->SetMsaa(chance(20));
     effect_->SetClearEnabled(chance(80));
-    effect_->SetPrimitiveMode(chance(80) ? pick(4) : number());
+    const int32_t mode = chance(80) ? pick(4) : number();
+    effect_->SetPrimitiveMode(mode == kIndexedMode && !draws_unindexed_ ? 0 : mode);
     effect_->SetClearColor(0, 1, 0.5F, 1e30F);
 }
 

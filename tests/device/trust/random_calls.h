@@ -13,7 +13,10 @@ namespace trust {
 /// are good, odd, or plainly wrong. The same seed gives the same calls.
 class RandomHost {
 public:
-    RandomHost(IOpenGLEffectEngine* engine, uint32_t seed);
+    /// @param draws_unindexed  may draw by indices where no list of them is bound. Wine's own
+    /// device
+    ///                         reads through null then; the fake device and Windows do not.
+    RandomHost(IOpenGLEffectEngine* engine, uint32_t seed, bool draws_unindexed = true);
 
     /// Makes the effect that the calls go to, with some inputs and parameters.
     bool create();
@@ -65,6 +68,7 @@ private:
 
     IOpenGLEffectEngine* engine_;
     std::mt19937 random_;
+    const bool draws_unindexed_;
     host::Effect effect_;
     std::string last_;
     int pictures_ = 0;

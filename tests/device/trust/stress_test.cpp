@@ -14,7 +14,7 @@ class StressTest : public FakeHost {};
 
 TEST_F(StressTest, EightThreadsAndFiftyEffectsOnOneEngine) {
     start(Mode::threaded);
-    EXPECT_GT(trust::runCrowd(engine, trust::stressLength()), 500);
+    EXPECT_GT(trust::runCrowd(engine, trust::stressLength(), true), 500);
     stop();
     EXPECT_EQ(Lines(), world.live());
     EXPECT_EQ(Lines(), world.errors());
