@@ -17,10 +17,12 @@ from pathlib import Path
 def cases_of_report(path):
     """(passed, failed) of one GoogleTest report; skipped and disabled cases count as neither.
 
-    A crash in the middle leaves the report unwritten; None then, as for an unreadable file.
+    A crash in the middle leaves the report unwritten; None then, as for an unreadable file. The
+    names of cases hold their parameters as they are, so bytes that are no UTF-8 may stand there.
     """
     try:
-        cases = list(ElementTree.parse(path).getroot().iter("testcase"))
+        text = path.read_bytes().decode("utf-8", "replace")
+        cases = list(ElementTree.fromstring(text).iter("testcase"))
     except (OSError, ElementTree.ParseError):
         return None
     ran = [c for c in cases if c.get("status") == "run" and c.get("result") != "skipped"]

@@ -82,13 +82,7 @@ astStatement* parser::impl::parseCompound() {
 // if: "if" "(" expression ")" statement [ "else" statement ]
 astStatement* parser::impl::parseIf() {
     auto* made = make<astIfStatement>();
-    if (!next()) {
-        return nullptr;
-    }
-    if (!isOperator(Operator::paranthesis_begin)) {
-        return reportError("expected `(' after `if'");
-    }
-    if (!next()) {
+    if (!openParenthesis("expected `(' after `if'")) {
         return nullptr;
     }
     made->condition = parseExpression(kEndParenthesis);
@@ -121,13 +115,7 @@ struct parser::impl::SwitchLabels {
 // switch: "switch" "(" expression ")" "{" { statement } "}"
 astStatement* parser::impl::parseSwitch() {
     auto* made = make<astSwitchStatement>();
-    if (!next()) {
-        return nullptr;
-    }
-    if (!isOperator(Operator::paranthesis_begin)) {
-        return reportError("expected `(' after `switch'");
-    }
-    if (!next()) {
+    if (!openParenthesis("expected `(' after `switch'")) {
         return nullptr;
     }
     made->expression = parseExpression(kEndParenthesis);
@@ -213,13 +201,7 @@ astStatement* parser::impl::parseCaseLabel() {
 // for: "for" "(" [ init ] ";" [ condition ] ";" [ loop ] ")" statement
 astStatement* parser::impl::parseFor() {
     auto* made = make<astForStatement>();
-    if (!next()) {
-        return nullptr;
-    }
-    if (!isOperator(Operator::paranthesis_begin)) {
-        return reportError("expected `(' after `for'");
-    }
-    if (!next()) {
+    if (!openParenthesis("expected `(' after `for'")) {
         return nullptr;
     }
     if (!is(TokenKind::semicolon)) {
@@ -256,13 +238,7 @@ astStatement* parser::impl::parseFor() {
 // while: "while" "(" ( declaration | expression ) ")" statement
 astStatement* parser::impl::parseWhile() {
     auto* made = make<astWhileStatement>();
-    if (!next()) {
-        return nullptr;
-    }
-    if (!isOperator(Operator::paranthesis_begin)) {
-        return reportError("expected `(' after `while'");
-    }
-    if (!next()) {
+    if (!openParenthesis("expected `(' after `while'")) {
         return nullptr;
     }
     made->condition = parseDeclarationOrExpression(kEndParenthesis);
@@ -286,13 +262,7 @@ astStatement* parser::impl::parseDo() {
     if (!isKeyword(Keyword::while_)) {
         return reportError("expected `while' after `do'");
     }
-    if (!next()) {
-        return nullptr;
-    }
-    if (!isOperator(Operator::paranthesis_begin)) {
-        return reportError("expected `(' after `while'");
-    }
-    if (!next()) {
+    if (!openParenthesis("expected `(' after `while'")) {
         return nullptr;
     }
     made->condition = parseExpression(kEndParenthesis);

@@ -409,13 +409,7 @@ bool parser::impl::parseLayout(Qualifiers& into, bool& consumed) {
         return true;
     }
     consumed = true;
-    if (!next()) {
-        return false;
-    }
-    if (!isOperator(Operator::paranthesis_begin)) {
-        return reportError("expected `(' after `layout'");
-    }
-    if (!next()) {
+    if (!openParenthesis("expected `(' after `layout'")) {
         return false;
     }
     while (!isOperator(Operator::paranthesis_end)) {

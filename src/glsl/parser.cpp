@@ -170,6 +170,16 @@ bool parser::impl::tooDeep() {
     return true;
 }
 
+bool parser::impl::openParenthesis(const char* message) {
+    if (!next()) {
+        return false;
+    }
+    if (!isOperator(Operator::paranthesis_begin)) {
+        return reportError(message);
+    }
+    return next();
+}
+
 bool parser::impl::isEndCondition(EndCondition flags) const {
     if (is(TokenKind::semicolon)) {
         return (flags & kEndSemicolon) != 0;

@@ -103,6 +103,8 @@ private:
     failure reportLexerError();
     failure reportSyntaxErrorAtTopLevel();
     bool tooDeep();
+    // Steps from a keyword over its `(`; reports `message` where there is none.
+    bool openParenthesis(const char* message);
     bool isKeyword(Keyword keyword) const {
         return token_->type == TokenKind::keyword && token_->value == id(keyword);
     }

@@ -36,7 +36,7 @@ class TallyTest(unittest.TestCase):
             if tests is not None:
                 (build / "ctest.xml").write_text(tests)
             for name, text in reports.items():
-                (build / "reports" / (name + ".xml")).write_text(text)
+                (build / "reports" / (name + ".xml")).write_text(text, "latin-1")
             run = subprocess.run([sys.executable, TALLY, "one"], cwd=folder,
                                  capture_output=True, text=True, check=False)
             return run.stdout.splitlines()[-1], run.returncode
@@ -44,6 +44,10 @@ class TallyTest(unittest.TestCase):
     def test_cases_of_reports_are_counted(self):
         self.assertEqual(("5 passed, 0 failed", 0),
                          self.tally(suite(ran("a"), ran("b")), {"a": report(4, skipped=2)}))
+
+    def test_bytes_that_are_no_utf8_do_not_hide_the_cases(self):
+        odd = report(2).replace("<testcase", '<testcase value_param="\xff"', 1)
+        self.assertEqual(("2 passed, 0 failed", 0), self.tally(suite(ran("a")), {"a": odd}))
 
     def test_a_failed_case_fails(self):
         self.assertEqual(("3 passed, 2 failed", 1),

@@ -11,17 +11,10 @@ namespace {
 using test::describe;
 using test::placedTokensOf;
 using test::Reader;
+using test::TokensCase;
 using test::tokensOf;
 
-struct BranchCase {
-    const char* source;
-    const char* tokens;
-};
-void PrintTo(const BranchCase& c, std::ostream* out) {
-    *out << c.source;
-}
-
-class BranchTest : public testing::TestWithParam<BranchCase> {};
+class BranchTest : public testing::TestWithParam<TokensCase> {};
 
 TEST_P(BranchTest, ReadsAs) {
     EXPECT_EQ(tokensOf(GetParam().source), GetParam().tokens);
@@ -30,99 +23,99 @@ TEST_P(BranchTest, ReadsAs) {
 INSTANTIATE_TEST_SUITE_P(
     Defined, BranchTest,
     testing::Values(
-        BranchCase{"#define D\n#ifdef D\na\n#endif\nb", "define:D= id:a id:b end"},
-        BranchCase{"#define D\n#ifdef D\na\n#else\nb\n#endif\nc", "define:D= id:a id:c end"},
-        BranchCase{"#define D\n#ifndef D\na\n#endif\nb", "define:D= id:b end"},
-        BranchCase{"#define D\n#ifndef D\na\n#else\nb\n#endif\nc", "define:D= id:b id:c end"},
-        BranchCase{"#ifdef D\na\n#endif\nb", "id:b end"},
-        BranchCase{"#ifdef D\na\n#else\nb\n#endif\nc", "id:b id:c end"},
-        BranchCase{"#ifndef D\na\n#endif\nb", "id:a id:b end"},
-        BranchCase{"#ifndef D\na\n#else\nb\n#endif\nc", "id:a id:c end"},
-        BranchCase{"#ifdef D // #\na\n#endif // c\nb", "id:b end"},
-        BranchCase{"#ifdef D\n// #endif\n/* #else */a\n#endif\nb", "id:b end"},
-        BranchCase{"#ifndef D\na\n/*#else*//*#endif*/b\n#else\nc\n#endif\nd", "id:a id:b id:d end"},
-        BranchCase{"#ifndef D\na\n#else\n//#endif\n/*\n#endif*/c\n#endif\nd", "id:a id:d end"},
+        TokensCase{"#define D\n#ifdef D\na\n#endif\nb", "define:D= id:a id:b end"},
+        TokensCase{"#define D\n#ifdef D\na\n#else\nb\n#endif\nc", "define:D= id:a id:c end"},
+        TokensCase{"#define D\n#ifndef D\na\n#endif\nb", "define:D= id:b end"},
+        TokensCase{"#define D\n#ifndef D\na\n#else\nb\n#endif\nc", "define:D= id:b id:c end"},
+        TokensCase{"#ifdef D\na\n#endif\nb", "id:b end"},
+        TokensCase{"#ifdef D\na\n#else\nb\n#endif\nc", "id:b id:c end"},
+        TokensCase{"#ifndef D\na\n#endif\nb", "id:a id:b end"},
+        TokensCase{"#ifndef D\na\n#else\nb\n#endif\nc", "id:a id:c end"},
+        TokensCase{"#ifdef D // #\na\n#endif // c\nb", "id:b end"},
+        TokensCase{"#ifdef D\n// #endif\n/* #else */a\n#endif\nb", "id:b end"},
+        TokensCase{"#ifndef D\na\n/*#else*//*#endif*/b\n#else\nc\n#endif\nd", "id:a id:b id:d end"},
+        TokensCase{"#ifndef D\na\n#else\n//#endif\n/*\n#endif*/c\n#endif\nd", "id:a id:d end"},
         // A define in a kept branch is passed on the way to the branch's end.
-        BranchCase{"#ifndef D\n#define N 4\nN\n#else\nc\n#endif\nN",
+        TokensCase{"#ifndef D\n#define N 4\nN\n#else\nc\n#endif\nN",
                    "define:N=4 int:4 int:4 end"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Comparisons, BranchTest,
     testing::Values(
         // Nothing is computed: a plain number is no macro.
-        BranchCase{"#if 1\na\n#endif\nb", "id:b end"},
-        BranchCase{"#if 0\na\n#endif\nb", "id:b end"},
-        BranchCase{"#if false\na\n#endif\nb", "id:b end"},
-        BranchCase{"#if defined(X)\na\n#endif\nb", "id:b end"},
-        BranchCase{"#define X\n#if defined(X)\na\n#endif\nb", "define:X= id:b end"},
-        BranchCase{"#define X 0\n#if X\na\n#endif\nb", "define:X=0 id:a id:b end"},
-        BranchCase{"#define X 3\n#if X == 3\na\n#endif\nb", "define:X=3 id:a id:b end"},
-        BranchCase{"#define X 3\n#if X==3\na\n#endif\nb", "define:X=3 id:a id:b end"},
-        BranchCase{"#define X 3\n#if X = = 3\na\n#endif\nb", "define:X=3 id:a id:b end"},
-        BranchCase{"#define X 3\n#if X == 4\na\n#endif\nb", "define:X=3 id:b end"},
-        BranchCase{"#define X 3\n#if X != 4\na\n#endif\nb", "define:X=3 id:a id:b end"},
-        BranchCase{"#define X 3\n#if X != 3\na\n#endif\nb", "define:X=3 id:b end"},
-        BranchCase{"#if X == X\na\n#endif\nb", "id:a id:b end"},
-        BranchCase{"#if X == Y\na\n#endif\nb", "id:b end"},
-        BranchCase{"#if X != Y\na\n#endif\nb", "id:a id:b end"},
-        BranchCase{"#if 1 == 1\na\n#endif\nb", "id:a id:b end"},
+        TokensCase{"#if 1\na\n#endif\nb", "id:b end"},
+        TokensCase{"#if 0\na\n#endif\nb", "id:b end"},
+        TokensCase{"#if false\na\n#endif\nb", "id:b end"},
+        TokensCase{"#if defined(X)\na\n#endif\nb", "id:b end"},
+        TokensCase{"#define X\n#if defined(X)\na\n#endif\nb", "define:X= id:b end"},
+        TokensCase{"#define X 0\n#if X\na\n#endif\nb", "define:X=0 id:a id:b end"},
+        TokensCase{"#define X 3\n#if X == 3\na\n#endif\nb", "define:X=3 id:a id:b end"},
+        TokensCase{"#define X 3\n#if X==3\na\n#endif\nb", "define:X=3 id:a id:b end"},
+        TokensCase{"#define X 3\n#if X = = 3\na\n#endif\nb", "define:X=3 id:a id:b end"},
+        TokensCase{"#define X 3\n#if X == 4\na\n#endif\nb", "define:X=3 id:b end"},
+        TokensCase{"#define X 3\n#if X != 4\na\n#endif\nb", "define:X=3 id:a id:b end"},
+        TokensCase{"#define X 3\n#if X != 3\na\n#endif\nb", "define:X=3 id:b end"},
+        TokensCase{"#if X == X\na\n#endif\nb", "id:a id:b end"},
+        TokensCase{"#if X == Y\na\n#endif\nb", "id:b end"},
+        TokensCase{"#if X != Y\na\n#endif\nb", "id:a id:b end"},
+        TokensCase{"#if 1 == 1\na\n#endif\nb", "id:a id:b end"},
         // Spaces go out of the line, not out of the macro's text; tabs stay in both.
-        BranchCase{"#define X 1 2\n#if X == 1 2\na\n#endif\nb", "define:X=1 2 id:b end"},
-        BranchCase{"#define X 3\n#if X ==\t3\na\n#endif\nb", "define:X=3 id:b end"},
+        TokensCase{"#define X 1 2\n#if X == 1 2\na\n#endif\nb", "define:X=1 2 id:b end"},
+        TokensCase{"#define X 3\n#if X ==\t3\na\n#endif\nb", "define:X=3 id:b end"},
         // Anything else behind the name asks only whether it is a macro.
-        BranchCase{"#define X 3\n#if X > 4\na\n#endif\nb", "define:X=3 id:a id:b end"},
-        BranchCase{"#define X 3\n#if X ==\na\n#endif\nb", "define:X=3 id:a id:b end"},
-        BranchCase{"#define X 3\n#if X // == 4\na\n#endif\nb", "define:X=3 id:a id:b end"},
-        BranchCase{"#if X > 4\na\n#endif\nb", "id:b end"}));
+        TokensCase{"#define X 3\n#if X > 4\na\n#endif\nb", "define:X=3 id:a id:b end"},
+        TokensCase{"#define X 3\n#if X ==\na\n#endif\nb", "define:X=3 id:a id:b end"},
+        TokensCase{"#define X 3\n#if X // == 4\na\n#endif\nb", "define:X=3 id:a id:b end"},
+        TokensCase{"#if X > 4\na\n#endif\nb", "id:b end"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Elif, BranchTest,
     testing::Values(
-        BranchCase{"#define B\n#ifdef A\na\n#elifdef B\nb\n#endif\nc", "define:B= id:b id:c end"},
-        BranchCase{"#define B\n#ifdef A\na\n#elif B\nb\n#else\nc\n#endif\nd",
+        TokensCase{"#define B\n#ifdef A\na\n#elifdef B\nb\n#endif\nc", "define:B= id:b id:c end"},
+        TokensCase{"#define B\n#ifdef A\na\n#elif B\nb\n#else\nc\n#endif\nd",
                    "define:B= id:b id:d end"},
-        BranchCase{"#ifdef A\na\n#elif B\nb\n#else\nc\n#endif\nd", "id:c id:d end"},
-        BranchCase{"#ifdef A\na\n#elif B\nb\n#endif\nd", "id:d end"},
+        TokensCase{"#ifdef A\na\n#elif B\nb\n#else\nc\n#endif\nd", "id:c id:d end"},
+        TokensCase{"#ifdef A\na\n#elif B\nb\n#endif\nd", "id:d end"},
         // With the first branch taken, #elifdef is cut like #else,
-        BranchCase{"#define A\n#ifdef A\na\n#elifdef B\nb\n#endif\nc", "define:A= id:a id:c end"},
-        BranchCase{"#define A\n#ifdef A\na\n#elifdef B\nb\n#else\nx\n#endif\nc",
+        TokensCase{"#define A\n#ifdef A\na\n#elifdef B\nb\n#endif\nc", "define:A= id:a id:c end"},
+        TokensCase{"#define A\n#ifdef A\na\n#elifdef B\nb\n#else\nx\n#endif\nc",
                    "define:A= id:a id:c end"},
         // while #elif is not: it does not hold, cuts to the #endif and leaves that in place.
-        BranchCase{"#define A\n#ifdef A\na\n#elif B\nb\n#endif\nc",
+        TokensCase{"#define A\n#ifdef A\na\n#elif B\nb\n#endif\nc",
                    "define:A= id:a id:b !6:7:Unsupported directive"},
-        BranchCase{"#define A\n#ifdef A\na\n#elif A\nb\n#endif\nc",
+        TokensCase{"#define A\n#ifdef A\na\n#elif A\nb\n#endif\nc",
                    "define:A= id:a id:b id:c end"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Nested, BranchTest,
-    testing::Values(BranchCase{"#ifndef A\na\n#ifndef B\nb\n#endif\nc\n#endif\nd",
+    testing::Values(TokensCase{"#ifndef A\na\n#ifndef B\nb\n#endif\nc\n#endif\nd",
                                "id:a id:b id:c !7:7:Unsupported directive"},
-                    BranchCase{"#ifndef A\na\n#ifdef B\nb\n#endif\nc\n#else\nd\n#endif\ne",
+                    TokensCase{"#ifndef A\na\n#ifdef B\nb\n#endif\nc\n#else\nd\n#endif\ne",
                                "id:a id:c id:e end"},
                     // A nested #if ends the cut, and the scan takes the first #endif that it meets.
-                    BranchCase{"#ifdef A\na\n#ifndef B\nb\n#endif\nc\n#endif\nd",
+                    TokensCase{"#ifdef A\na\n#ifndef B\nb\n#endif\nc\n#endif\nd",
                                "id:b id:c !7:7:Unsupported directive"},
-                    BranchCase{"#ifdef A\n#ifdef B\nb\n#endif\n#else\nc\n#endif\nd",
+                    TokensCase{"#ifdef A\n#ifdef B\nb\n#endif\n#else\nc\n#endif\nd",
                                "id:c id:d end"},
-                    BranchCase{"#ifndef A\n#else\n#ifdef B\n#endif\nx\n#endif\ny",
+                    TokensCase{"#ifndef A\n#else\n#ifdef B\n#endif\nx\n#endif\ny",
                                "id:x !6:7:Unsupported directive"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Stray, BranchTest,
     testing::Values(
         // Without an open conditional #else counts what was before it as not taken.
-        BranchCase{"a\n#else\nb\n#endif\nc", "id:a id:b id:c end"},
-        BranchCase{"#define A\n#elif A\nb\n#endif\nc", "define:A= id:b id:c end"},
-        BranchCase{"#elif A\nb\n#endif\nc", "id:c end"},
-        BranchCase{"#elif A\nb\n#else\nc\n#endif\nd", "id:c id:d end"},
-        BranchCase{"#define A\n#elif A\nb\n#else\nc\n#endif\nd", "define:A= id:b id:c id:d end"},
+        TokensCase{"a\n#else\nb\n#endif\nc", "id:a id:b id:c end"},
+        TokensCase{"#define A\n#elif A\nb\n#endif\nc", "define:A= id:b id:c end"},
+        TokensCase{"#elif A\nb\n#endif\nc", "id:c end"},
+        TokensCase{"#elif A\nb\n#else\nc\n#endif\nd", "id:c id:d end"},
+        TokensCase{"#define A\n#elif A\nb\n#else\nc\n#endif\nd", "define:A= id:b id:c id:d end"},
         // Nothing to cut without a directive behind.
-        BranchCase{"#ifdef A\na b", "id:a id:b end"}, BranchCase{"#ifdef A\n", "end"},
-        BranchCase{"#ifdef A", "end"}, BranchCase{"#ifndef A\na b", "id:a id:b end"},
-        BranchCase{"#ifndef A\na\n#else\nb", "id:a id:b end"},
-        BranchCase{"#ifdef A\na\n#else\nb", "id:b end"},
-        BranchCase{"#ifdef A #endif b", "id:b end"}, BranchCase{"#ifdef A\n#endif_x", "id:_x end"},
-        BranchCase{"#ifdef A\n#endifx", "!2:8:Unsupported directive"}));
+        TokensCase{"#ifdef A\na b", "id:a id:b end"}, TokensCase{"#ifdef A\n", "end"},
+        TokensCase{"#ifdef A", "end"}, TokensCase{"#ifndef A\na b", "id:a id:b end"},
+        TokensCase{"#ifndef A\na\n#else\nb", "id:a id:b end"},
+        TokensCase{"#ifdef A\na\n#else\nb", "id:b end"},
+        TokensCase{"#ifdef A #endif b", "id:b end"}, TokensCase{"#ifdef A\n#endif_x", "id:_x end"},
+        TokensCase{"#ifdef A\n#endifx", "!2:8:Unsupported directive"}));
 
 TEST(BranchesTest, LinesBehindACutAreThoseOfTheSource) {
     EXPECT_EQ(placedTokensOf("#ifdef MISSING\na\nb\n#else\nc\nd\n#endif\ne"),

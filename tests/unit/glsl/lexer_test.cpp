@@ -13,15 +13,8 @@ namespace {
 using test::describe;
 using test::placedTokensOf;
 using test::Reader;
+using test::TokensCase;
 using test::tokensOf;
-
-struct TokensCase {
-    const char* source;
-    const char* tokens;
-};
-void PrintTo(const TokensCase& c, std::ostream* out) {
-    *out << c.source;
-}
 
 class TokensTest : public testing::TestWithParam<TokensCase> {};
 

@@ -95,4 +95,8 @@ std::string placedTokensOf(const std::string& source) {
     return listTokens(source, true);
 }
 
+void PrintTo(const TokensCase& c, std::ostream* out) {
+    *out << c.source;
+}
+
 }  // namespace glsl::test

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ostream>
 #include <string>
 
 #include "glsl/arena.h"
@@ -35,5 +36,12 @@ std::string tokensOf(const std::string& source);
 
 /// The same, each token with `@line:column` of the reader behind it.
 std::string placedTokensOf(const std::string& source);
+
+/// A source and the tokens, as tokensOf() writes them, that it reads as.
+struct TokensCase {
+    const char* source;
+    const char* tokens;
+};
+void PrintTo(const TokensCase& c, std::ostream* out);
 
 }  // namespace glsl::test
