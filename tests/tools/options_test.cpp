@@ -95,12 +95,22 @@ TEST(OptionsTest, HelpNamesEveryOption) {
     std::string help;
     EXPECT_FALSE(ParseOptions({"--help"}, help).has_value());
     for (const char* option :
-         {"-o,--output", "-i,--input", "--audio",  "--size", "--int",  "--float",
-          "--vec2",      "--vec3",     "--vec4",   "--mat2", "--mat3", "--mat4",
-          "--define",    "--vertex",   "--frames", "--span", "--mode", "--depth",
-          "--msaa",      "--blend",    "--clear",  "--log"}) {
+         {"-o,--output", "-i,--input", "--audio",  "--size", "--int",        "--float",
+          "--vec2",      "--vec3",     "--vec4",   "--mat2", "--mat3",       "--mat4",
+          "--define",    "--vertex",   "--frames", "--span", "--mode",       "--depth",
+          "--msaa",      "--blend",    "--clear",  "--log",  "--transition", "--no-rewrites"}) {
         EXPECT_NE(help.find(option), std::string::npos) << option;
     }
+}
+
+TEST(OptionsTest, TransitionTakesItsPicturesInPlaceOfAnEffect) {
+    const Options options = Parse({"--transition", "t.glsl", "a.png", "b.png", "-i", "c.png", "-o",
+                                   "%d.png", "--no-rewrites"});
+    EXPECT_EQ(options.transition, "t.glsl");
+    EXPECT_EQ(options.inputs, (std::vector<std::string>{"a.png", "b.png", "c.png"}));
+    EXPECT_EQ(options.effect, "");
+    EXPECT_FALSE(options.rewrites);
+    EXPECT_TRUE(Parse({"--transition", "t.glsl", "a.png", "b.png", "-o", "o.png"}).rewrites);
 }
 
 struct BadUsage {
@@ -123,6 +133,11 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         BadUsage{{"-o", "o.png"}, "EFFECT is required"},
         BadUsage{{"e.frag"}, "--output is required"},
+        BadUsage{{"e.frag", "f.frag", "-o", "o.png"}, "'f.frag': only one EFFECT can be drawn"},
+        BadUsage{{"e.frag", "-o", "o.png", "--no-rewrites"},
+                 "--no-rewrites: belongs to --transition"},
+        BadUsage{{"--transition", "t.glsl", "-o", "o.png", "--vertex", "v"},
+                 "--vertex: a transition has no vertex shader"},
         BadUsage{{"e.frag", "-o", "o.png", "--size", "640"},
                  "--size '640': expected WxH, each from 1 to 16384"},
         BadUsage{{"e.frag", "-o", "o.png", "--size", "0x5"},

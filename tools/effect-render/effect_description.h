@@ -81,8 +81,10 @@ enum class PrimitiveMode : int32_t { Strip = 0, Triangles = 1, IndexedLines = 2,
 struct EffectDescription {
     std::string source;  // the file that describes the effect, for messages
     std::string fragment;
-    std::string vertex;   // empty: the library's own
-    bool base64 = false;  // the shader files are base64 text
+    std::string fragment_text;       // if not empty, read in place of the file
+    std::vector<std::string> notes;  // how that text differs from the file, one line each
+    std::string vertex;              // empty: the library's own
+    bool base64 = false;             // the shader files are base64 text
     std::optional<std::pair<uint32_t, uint32_t>> size;
     std::vector<InputDescription> inputs;
     std::vector<std::string> audio;

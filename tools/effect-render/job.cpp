@@ -7,6 +7,7 @@
 #include "files.h"
 #include "picture.h"
 #include "tool_error.h"
+#include "transition_effect.h"
 
 namespace effect_render {
 namespace {
@@ -92,6 +93,9 @@ void ChooseSize(const Options& options, Job& job) {
 }
 
 EffectChain FindEffects(const Options& options) {
+    if (!options.transition.empty()) {
+        return {DescribeTransition(options)};
+    }
     if (IsFolder(options.effect)) {
         return LoadEffectFolder(options.effect);
     }
@@ -121,6 +125,9 @@ Job MakeJob(const Options& options) {
         ApplyFlags(options, effect);
     }
     ChooseSize(options, job);
+    if (!options.transition.empty()) {
+        SetRatio(options, job.width, job.height, first);
+    }
     return job;
 }
 

@@ -75,6 +75,11 @@ ExitStatus Run(const std::vector<std::string>& arguments) {
     }
     ShowWholeLog(options->log);
     const Job job = MakeJob(*options);
+    if (options->log) {
+        for (const std::string& note : job.effects.front().notes) {
+            PrintLine("effect-render: note: " + options->transition + ": " + note);
+        }
+    }
     const Library library;
     const Engine engine(library, options->mode);
     RenderFrames(*options, job, engine.Get());

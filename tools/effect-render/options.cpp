@@ -169,6 +169,36 @@ void AddDrawOptions(CLI::App& app, Options& options, bool& span) {
                  "the library's log on stderr; default: warnings and errors only");
 }
 
+void AddTransitionOptions(CLI::App& app, Options& options) {
+    AddTextOption(app, "--transition", "FILE",
+                  "draws a public transition between two pictures, given in place of EFFECT", false,
+                  [&options](const std::string& text) { options.transition = text; });
+    app.add_flag(
+        "--no-rewrites", [&options](int64_t) { options.rewrites = false; },
+        "leave a transition's text as it is where it would be drawn otherwise or refused");
+}
+
+// What stands without an option's name: an effect, or the pictures of a transition.
+void TakePositionals(std::vector<std::string> texts, Options& options) {
+    if (options.transition.empty()) {
+        if (texts.empty()) {
+            throw UsageError("EFFECT is required");
+        }
+        if (texts.size() > 1) {
+            throw UsageError("'" + texts[1] + "': only one EFFECT can be drawn");
+        }
+        if (!options.rewrites) {
+            throw UsageError("--no-rewrites: belongs to --transition");
+        }
+        options.effect = std::move(texts[0]);
+        return;
+    }
+    if (!options.vertex.empty()) {
+        throw UsageError("--vertex: a transition has no vertex shader");
+    }
+    options.inputs.insert(options.inputs.begin(), texts.begin(), texts.end());
+}
+
 void CheckOutput(const Options& options) {
     const int fields = CountFrameFields(options.output);
     if (fields > 1) {
@@ -254,17 +284,18 @@ std::string FramePath(const std::string& pattern, int32_t frame) {
 
 std::optional<Options> ParseOptions(const std::vector<std::string>& arguments, std::string& help) {
     Options options;
+    std::vector<std::string> positionals;
     bool has_span = false;
     CLI::App app("Draws an effect over pictures as a video editor would.", "effect-render");
     app.allow_windows_style_options(false);  // "/home/me/out.png" is a path
-    app.add_option("EFFECT", options.effect,
-                   "a fragment shader file, or a folder with an effect.json")
-        ->required();
+    app.add_option("EFFECT", positionals,
+                   "a fragment shader file, or a folder with an effect.json");
     app.add_option("-o,--output", options.output, "the PNG picture to write")
         ->required()
         ->type_name("OUT.png");
     AddSourceOptions(app, options);
     AddDrawOptions(app, options, has_span);
+    AddTransitionOptions(app, options);
     try {
         std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
         app.parse(std::move(reversed));
@@ -274,6 +305,7 @@ std::optional<Options> ParseOptions(const std::vector<std::string>& arguments, s
     } catch (const CLI::ParseError& error) {
         throw UsageError(error.what());
     }
+    TakePositionals(std::move(positionals), options);
     if (!has_span) {
         options.span = options.frames;
     }

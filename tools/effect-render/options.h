@@ -21,10 +21,12 @@ struct FrameRange {
 
 /// The command line.
 struct Options {
-    std::string effect;  // a fragment shader file, or a folder with an effect.json
-    std::string output;  // the picture; holds a field such as %04d for several frames
+    std::string effect;      // a fragment shader file, or a folder with an effect.json
+    std::string transition;  // in place of `effect`: the file of a public transition
+    bool rewrites = true;    // whether a transition's text may be rewritten, its meaning kept
+    std::string output;      // the picture; holds a field such as %04d for several frames
     std::string vertex;
-    std::vector<std::string> inputs;
+    std::vector<std::string> inputs;  // with a transition, its two pictures come first
     std::vector<std::string> audio;
     std::optional<std::pair<uint32_t, uint32_t>> size;
     std::vector<ParamTrack> params;

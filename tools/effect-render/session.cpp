@@ -47,6 +47,9 @@ Session::Session(IOpenGLEffectEngine& engine, const EffectDescription& descripti
         effect_, description.base64 ? kBase64Text : kPlainText, description.vertex.c_str(),
         description.fragment_segments, description.vertex_segments);
     Require(result == kResultOk && effect_ != nullptr, "the effect could not be made");
+    if (!description.fragment_text.empty()) {
+        effect_->SetFragmentShaderText(description.fragment_text.c_str());
+    }
     AddInputs();
     RegisterParams();
     SetState();
