@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Makes what the builds stand on and says where it is.
 #
-#   setup.sh packages native|windows|bench|checks ...   installs missing distribution packages
+#   setup.sh packages GROUP ...                     installs missing distribution packages:
+#                                                   native, windows, bench, fuzz, checks
 #   setup.sh build                                  makes the Windows dependencies that are missing
 #   setup.sh where opencv|glew|d3dcompiler          prints the folder; fails if it is not made yet
 set -euo pipefail
