@@ -133,6 +133,9 @@ void lexer::removeAhead(std::size_t at, std::size_t count) {
     char* reader = source_.data() + position_.index;
     forgetEndif(at + count);
     std::memmove(reader + count, reader, at - position_.index);
+    if (cuts_ != nullptr) {
+        cuts_->push_back({position_.index, position_.index + count});
+    }
     const auto moved = static_cast<std::uint32_t>(count);
     position_.index += moved;
     position_.shift -= moved;

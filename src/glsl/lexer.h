@@ -52,6 +52,14 @@ public:
     std::string_view source() const { return source_.view(); }
     /// The text behind the position, as rewritten so far.
     std::string_view remaining() const { return source_.view().substr(position_.index); }
+    /// A piece of the text that the reader jumped over: remains of a cut branch.
+    struct Cut {
+        std::size_t begin;
+        std::size_t end;
+    };
+    /// From now on notes each of them, in order, for who wants the text as it was read.
+    /// @param cuts  outlives the lexer; null notes nothing
+    void noteCuts(std::vector<Cut>* cuts) { cuts_ = cuts; }
 
     /// Binary precedence of an operator token, -1 for any other.
     static int precedence(const token& of) {
@@ -133,6 +141,7 @@ private:
     std::size_t endif_at_ = 0;
     std::uint32_t worked_up_to_ = 0;         // directives in front of it are worked
     std::vector<WorkedConditional> worked_;  // those that a restored position can reach again
+    std::vector<Cut>* cuts_ = nullptr;       // null if nobody asks
     ExpansionLimits limits_;
     std::string scratch_;
 };

@@ -19,6 +19,16 @@ std::string_view decimal(std::int64_t value, char (&digits)[24]) {
     return {digits, static_cast<std::size_t>(result.ptr - digits)};
 }
 
+std::string withoutCuts(std::string_view source, const std::vector<lexer::Cut>& cuts) {
+    std::string text;
+    std::size_t done = 0;
+    for (const lexer::Cut& cut : cuts) {
+        text.append(source.substr(done, cut.begin - done));
+        done = cut.end;
+    }
+    return text.append(source.substr(done));
+}
+
 }  // namespace
 
 // ---- the public class
@@ -26,8 +36,8 @@ std::string_view decimal(std::int64_t value, char (&digits)[24]) {
 parser::parser(const char* source, const char* fileName)
     : impl_(std::make_unique<impl>(source, fileName)) {}
 parser::~parser() = default;
-ptr<astTU> parser::parse(std::uint32_t shaderType, FailurePlace* place) {
-    return impl_->parse(shaderType, place);
+ptr<astTU> parser::parse(std::uint32_t shaderType, FailurePlace* place, std::string* read) {
+    return impl_->parse(shaderType, place, read);
 }
 const char* parser::error() const {
     return impl_->error();
@@ -73,10 +83,12 @@ parser::impl::~impl() {
     }
 }
 
-ptr<astTU> parser::impl::parse(std::uint32_t shaderType, FailurePlace* place) {
+ptr<astTU> parser::impl::parse(std::uint32_t shaderType, FailurePlace* place, std::string* read) {
     if (out_of_memory_ || unit_ != nullptr) {
         return nullptr;
     }
+    std::vector<lexer::Cut> cuts;
+    lexer_->noteCuts(read == nullptr ? nullptr : &cuts);
     ptr<astTU> result;
     try {
         unit_ = home_->make<astTU>(*home_, shaderType);
@@ -88,6 +100,9 @@ ptr<astTU> parser::impl::parse(std::uint32_t shaderType, FailurePlace* place) {
     if (!result && place != nullptr) {
         *place = FailurePlace{std::string(lexer_->source()),
                               error_line_ != 0 ? error_offset_ : lexer_->offset()};
+    }
+    if (read != nullptr) {
+        *read = withoutCuts(lexer_->source(), cuts);
     }
     lexer_->~lexer();
     lexer_ = nullptr;

@@ -39,8 +39,11 @@ public:
     ///
     /// @param shaderType  1 vertex, 2 and 3 tessellation control and evaluation, 5 fragment
     /// @param place       if not null, receives where it failed, if it does
+    /// @param read        if not null, receives the text as it was read: rewritten, and without the
+    ///                    branches that were cut. Lines and columns of the nodes count in it.
     /// @returns the tree, or null after a failure. A null result may come without a message.
-    ptr<astTU> parse(std::uint32_t shaderType, FailurePlace* place = nullptr);
+    ptr<astTU> parse(std::uint32_t shaderType, FailurePlace* place = nullptr,
+                     std::string* read = nullptr);
 
     /// Every message so far, each as "name:line:column:error:message\r\n"; null if there is none.
     /// Valid until the next call of parse and as long as the parser. A source can fail without a

@@ -60,7 +60,7 @@ public:
     impl(const impl&) = delete;
     impl& operator=(const impl&) = delete;
 
-    ptr<astTU> parse(std::uint32_t shaderType, FailurePlace* place);
+    ptr<astTU> parse(std::uint32_t shaderType, FailurePlace* place, std::string* read);
     const char* error() const;
     std::uint64_t errorLine() const { return error_line_; }
     std::uint64_t errorColumn() const { return error_column_; }

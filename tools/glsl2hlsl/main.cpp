@@ -14,9 +14,11 @@
 
 #include "DirectXEffectMgr/Source/core/program_source.h"
 #include "DirectXEffectMgr/Source/logging/logging.h"
+#include "diagnostics/compiler_errors.h"
+#include "diagnostics/declarations.h"
+#include "diagnostics/source_errors.h"
+#include "facts.h"
 #include "options.h"
-#include "registry.h"
-#include "report.h"
 
 namespace {
 
@@ -56,17 +58,42 @@ int print(const std::string& vertex, const std::string& fragment) {
                                                : fail("error: the result cannot be written");
 }
 
+// Each finding where its author wrote it, with the line and a caret, and behind that the plain line
+// that scripts look for.
+int fail(const std::vector<diagnostics::Finding>& findings) {
+    for (const diagnostics::Finding& finding : findings) {
+        if (finding.line != 0) {
+            fail(diagnostics::full_text(finding));
+        }
+        fail(diagnostics::error_line(finding));
+    }
+    return kExitFailed;
+}
+
+// What the HLSL compiler said about the result, at the author's lines.
+int explain(const Options& options, const AssembledProgram& program, const ProgramMaps& maps) {
+    ReadStatus status = ReadStatus::kRead;
+    const std::string log = ReadShaderFile(options.hlsl_log, false, disk_files(), &status);
+    if (status != ReadStatus::kRead) {
+        return fail("error: " + options.hlsl_log + ": cannot be read");
+    }
+    set_log_callback(nullptr);  // the stages are printed once more
+    const std::vector<diagnostics::Finding> findings = diagnostics::compiler_errors(
+        program, maps, options.inputs, options.audio, diagnostics::read_compiler_log(log));
+    set_log_callback(log_to_stderr);
+    return findings.empty() ? fail("error: " + options.hlsl_log +
+                                   ": no error of the HLSL compiler about this effect")
+                            : fail(findings);
+}
+
 int translate(const Options& options) {
     AssembledProgram program;
     ProgramMaps maps;
-    const bool complete =
-        AssembleProgram(sources_of(options), declarations(options), program, &maps);
-    const std::vector<std::string> problems = problem_lines(maps);
-    for (const std::string& line : problems) {
-        fail(line);
-    }
+    const bool complete = AssembleProgram(
+        sources_of(options), diagnostics::declarations(facts_of(options)), program, &maps);
+    const std::vector<diagnostics::Finding> problems = diagnostics::file_errors(maps);
     if (!complete || !problems.empty()) {
-        return kExitFailed;
+        return fail(problems);
     }
     if (options.emit == Emit::kGlsl) {
         return print(program.vertex, program.fragment);
@@ -75,8 +102,11 @@ int translate(const Options& options) {
     ParseFailure failure;
     if (!TranslateAssembled(program, options.inputs, options.audio, text, &failure)) {
         const bool is_vertex = failure.stage == ShaderStage::kVertex;
-        return fail(
-            failure_line(failure, program, maps, is_vertex ? options.vertex : options.fragment));
+        return fail(std::vector<diagnostics::Finding>{diagnostics::parser_error(
+            failure, program, maps, is_vertex ? options.vertex : options.fragment)});
+    }
+    if (!options.hlsl_log.empty()) {
+        return explain(options, program, maps);
     }
     return print(text.vertex_hlsl, text.fragment_hlsl);
 }

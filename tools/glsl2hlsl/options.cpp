@@ -120,6 +120,10 @@ void describe(CLI::App& app, Options& options, std::vector<std::string>& params,
                    "sources as they go to the parser")
         ->check(CLI::IsMember({"hlsl", "glsl"}))
         ->capture_default_str();
+    app.add_option("--hlsl-log", options.hlsl_log,
+                   "messages of the HLSL compiler, such as a log of the library: each error is "
+                   "shown at the GLSL that it came from")
+        ->type_name("FILE");
 }
 
 }  // namespace

@@ -8,12 +8,12 @@
 #include <utility>
 #include <vector>
 
+#include "diagnostics/effect_facts.h"
 #include "movit/param_tables.h"
 
 namespace glsl2hlsl {
 
-/// How often a parameter's value is given.
-enum class ParamShape { kValue, kArray, kInstance };
+using diagnostics::ParamShape;
 
 /// A parameter to register.
 struct Param {
@@ -36,6 +36,8 @@ struct Options {
     std::vector<std::pair<std::string, std::string>> defines;
     bool base64 = false;
     Emit emit = Emit::kHlsl;
+    std::string hlsl_log;  // path of the HLSL compiler's messages, UTF-8; empty: none
+    bool warnings = true;
 };
 
 /// Exit statuses of the program.

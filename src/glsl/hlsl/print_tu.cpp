@@ -123,7 +123,7 @@ void Printer::passVertexOutput(astGlobalVariable& global) {
     text_.put(";\n");
     std::string& varyings = job_.varyingDeclarations;
     if (lineMarks_ != nullptr) {
-        varyings_.marks.push_back({global.line, varyings.size() - varyingsBegin_});
+        varyings_.marks.push_back({global.line, varyings.size() - varyingsBegin_, &global});
     }
     varyings.append(text_.from(begin));
     text_.truncate(begin);

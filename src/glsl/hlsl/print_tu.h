@@ -15,8 +15,9 @@ namespace glsl {
 
 /// Where a declaration, a function or a statement of the tree begins in the text.
 struct LineMark {
-    uint64_t line;  // of the tree's node
-    size_t offset;  // in the output string
+    uint64_t line;        // of the tree's node
+    size_t offset;        // in the output string
+    const astNode* node;  // never null; lives as long as the tree
 };
 
 /// Text that is written a second time because HLSL needs it twice (the argument of `fract`, the

@@ -108,7 +108,8 @@ void Printer::cutInto(Section& section, size_t begin, size_t firstMark) {
     if (lineMarks_ != nullptr) {
         for (size_t i = firstMark; i < lineMarks_->size(); ++i) {
             const LineMark& moved = (*lineMarks_)[i];
-            section.marks.push_back({moved.line, moved.offset - begin + section.text.size()});
+            section.marks.push_back(
+                {moved.line, moved.offset - begin + section.text.size(), moved.node});
         }
         lineMarks_->resize(firstMark);
     }
@@ -123,7 +124,7 @@ void Printer::paste(const Section& section) {
 
 void Printer::pasteMarks(const Section& section, size_t at) {
     for (const LineMark& moved : section.marks) {
-        lineMarks_->push_back({moved.line, moved.offset + at});
+        lineMarks_->push_back({moved.line, moved.offset + at, moved.node});
     }
 }
 

@@ -221,7 +221,7 @@ private:
     void mark(const astNode& node) {
         if (lineMarks_ != nullptr &&
             (lineMarks_->empty() || lineMarks_->back().offset != text_.size())) {
-            lineMarks_->push_back({node.line, text_.size()});
+            lineMarks_->push_back({node.line, text_.size(), &node});
         }
     }
     [[nodiscard]] size_t markCount() const {

@@ -1,7 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "diagnostics/declarations.h"
+#include "facts.h"
 #include "options.h"
-#include "registry.h"
 
 namespace glsl2hlsl {
 namespace {
@@ -167,7 +168,7 @@ TEST(OptionsTest, WrongUsage) {
 }
 
 TEST(DeclarationsTest, TheResolutionsAreAlwaysThere) {
-    EXPECT_EQ(declarations(Options()),
+    EXPECT_EQ(diagnostics::declarations(facts_of(Options())),
               "uniform vec2 PREFIX(iResolution);\n"
               "uniform float PLACEHOLDER_VALUE_0;\n"
               "uniform float PLACEHOLDER_VALUE_1;\n"
@@ -185,7 +186,7 @@ TEST(DeclarationsTest, EveryShapeOfEveryType) {
     }
     options.defines = {{"D", "1"}};
     std::string lines;
-    std::string all = declarations(options);
+    std::string all = diagnostics::declarations(facts_of(options));
     for (size_t at = 0; at < all.size();) {
         const size_t end = all.find('\n', at) + 1;
         const std::string line = all.substr(at, end - at);

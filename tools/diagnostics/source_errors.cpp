@@ -1,17 +1,12 @@
-#include "report.h"
+#include "diagnostics/source_errors.h"
 
 #include <string_view>
 
 #include "DirectXEffectMgr/Source/core/rewrite_alignment.h"
 
-namespace glsl2hlsl {
+namespace diagnostics {
 
 namespace {
-
-std::string place_text(const SourceLocation& location) {
-    return std::string(location.file) + ':' + std::to_string(location.line) + ':' +
-           std::to_string(location.column);
-}
 
 std::string what_is_wrong(const SourceProblem& problem) {
     switch (problem.status) {
@@ -29,11 +24,16 @@ std::string what_is_wrong(const SourceProblem& problem) {
     return {};
 }
 
-void add_problems(const SourceMap& map, std::vector<std::string>& lines) {
+void add_problems(const SourceMap& map, std::vector<Finding>& findings) {
     for (const SourceProblem& problem : map.problems) {
-        const std::string where =
-            problem.place ? place_text(map.locate(*problem.place)) : problem.path;
-        lines.push_back("error: " + where + ": " + what_is_wrong(problem));
+        Finding finding;
+        if (problem.place) {
+            finding = finding_at(map.locate(*problem.place), Severity::kError);
+        } else {
+            finding.file = problem.path;
+        }
+        finding.message = what_is_wrong(problem);
+        findings.push_back(std::move(finding));
     }
 }
 
@@ -50,26 +50,40 @@ std::string message_of(const ParseFailure& failure) {
 
 }  // namespace
 
-std::vector<std::string> problem_lines(const ProgramMaps& maps) {
-    std::vector<std::string> lines;
-    add_problems(maps.fragment, lines);
-    add_problems(maps.vertex, lines);
-    return lines;
+Finding finding_at(const SourceLocation& location, Severity severity) {
+    Finding finding;
+    finding.severity = severity;
+    finding.file = location.file;
+    finding.line = location.line;
+    finding.column = location.column;
+    finding.source_line = location.line_text;
+    return finding;
 }
 
-std::string failure_line(const ParseFailure& failure, const AssembledProgram& program,
-                         const ProgramMaps& maps, const std::string& main_file) {
+std::vector<Finding> file_errors(const ProgramMaps& maps) {
+    std::vector<Finding> findings;
+    add_problems(maps.fragment, findings);
+    add_problems(maps.vertex, findings);
+    return findings;
+}
+
+Finding parser_error(const ParseFailure& failure, const AssembledProgram& program,
+                     const ProgramMaps& maps, const std::string& main_file) {
     const bool is_vertex = failure.stage == ShaderStage::kVertex;
     const std::string& assembled = is_vertex ? program.vertex : program.fragment;
     const SourceMap& map = is_vertex ? maps.vertex : maps.fragment;
     const size_t offset = original_offset(assembled, failure.source, failure.offset);
     const auto location = map.locate_assembled(offset);
-    std::string line = "error: " + (location ? place_text(*location) : main_file + ":1:1") + ": " +
-                       message_of(failure);
-    if (location && location->generated) {
-        line += " (in: " + std::string(location->line_text) + ")";
+    Finding finding;
+    if (location) {
+        finding = finding_at(*location, Severity::kError);
+    } else {
+        finding.file = main_file;
+        finding.line = 1;
+        finding.column = 1;
     }
-    return line;
+    finding.message = message_of(failure);
+    return finding;
 }
 
-}  // namespace glsl2hlsl
+}  // namespace diagnostics
