@@ -14,13 +14,24 @@ FLOORS = {
     "src/movit/": 4,
     "src/DirectXEffectMgr/Source/core/": 5,
     "src/DirectXEffectMgr/Source/": 6,
+    "tools/diagnostics/": 7,
 }
 DEVICE_FLOOR = 6
 # What a floor may include besides lower floors and itself: all but what is listed here.
 # The translator knows nothing of the host.
 FORBIDDEN = {2: {0}, 3: {0}}
-# effect-render loads the library as an editor does; glsl2hlsl needs no device.
-TOOL_FLOORS = {"tools/effect-render/": {0}, "tools/glsl2hlsl/": {0, 1, 2, 3, 4, 5}}
+# effect-render loads the library as an editor does, and what talks to the library is free of the
+# second look that its reports take; glsl2hlsl and the diagnostics need no device. The headers of
+# the diagnostics that effect-render includes show nothing of the floors. The longest match counts.
+TOOL_FLOORS = {
+    "tools/effect-render/": {0},
+    "tools/effect-render/reports.": {0, 7},
+    "tools/glsl2hlsl/": {0, 1, 2, 3, 4, 5, 7},
+    "tools/diagnostics/": {0, 1, 2, 3, 4, 5, 7},
+    "tools/diagnostics/effect_facts.h": {7},
+    "tools/diagnostics/finding.h": {7},
+    "tools/diagnostics/second_look.h": {7},
+}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 PLATFORM = re.compile(
@@ -43,16 +54,16 @@ def includes_of(name):
 def resolve(name, path):
     """The file of the tree that an include in quotes means; None for any other."""
     beside = (tree.ROOT / name).parent / path
-    for candidate in (tree.ROOT / "src" / path, beside):
+    for candidate in (tree.ROOT / "src" / path, tree.ROOT / "tools" / path, beside):
         if candidate.is_file():
             return candidate.resolve().relative_to(tree.ROOT).as_posix()
     return None
 
 
 def allowed_floors(name):
-    for folder, floors in TOOL_FLOORS.items():
-        if name.startswith(folder):
-            return floors
+    matches = [start for start in TOOL_FLOORS if name.startswith(start)]
+    if matches:
+        return TOOL_FLOORS[max(matches, key=len)]
     floor = floor_of(name)
     return None if floor is None else set(range(floor + 1)) - FORBIDDEN.get(floor, set())
 

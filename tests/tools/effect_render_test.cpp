@@ -145,6 +145,59 @@ TEST_F(FailureTest, ErrorOfTheHlslCompilerIsShownAndEndsWithOne) {
     EXPECT_TRUE(Holds(message, shader + ": the effect does not compile")) << message;
 }
 
+TEST_F(FailureTest, ErrorsOfTheParserAreShownInTheAuthorsFile) {
+    Write("lib.glsl", "float a;\nfloat half_of(float x) {\n    return x * hafl;\n}\n");
+    const std::string shader =
+        Write("effect.frag",
+              "#include \"lib.glsl\"\nvec4 FUNCNAME(vec2 tc) { return vec4(half_of(1.0)); }\n");
+    const std::string message = MessageOf(1, {shader, "--size", "4x4"});
+    EXPECT_TRUE(Holds(message, At("lib.glsl") +
+                                   ":3:16: error: `hafl' was not declared in this scope\n"
+                                   "        return x * hafl;\n"
+                                   "                   ^\n"
+                                   "effect-render: error: " +
+                                   shader + ": the effect does not compile\n"))
+        << message;
+}
+
+TEST_F(FailureTest, ErrorsOfTheHlslCompilerAreShownInTheAuthorsFile) {
+    const std::string shader = Write(
+        "effect.frag",
+        "#define SUM asinh(1.0)\n"
+        "vec4 FUNCNAME(vec2 tc) {\n    float k = 1.0\n        + SUM;\n    return vec4(k);\n}\n");
+    const std::string message = MessageOf(1, {shader, "--size", "4x4"});
+    EXPECT_TRUE(Holds(message, shader + ":4:11: error: X3004: undeclared identifier 'asinh'\n"
+                                        "            + SUM;\n"
+                                        "              ^\n"))
+        << message;
+}
+
+TEST_F(FailureTest, ErrorsOfTheHlslCompilerInTheVertexStage) {
+    const std::string vertex = Write("own.vert",
+                                     "void main() {\n    gl_Position = position;\n"
+                                     "    tc = cosinus(position.xy);\n}\n");
+    const std::string message =
+        MessageOf(1, {Shader("return vec4(1.0);"), "--vertex", vertex, "--size", "4x4"});
+    EXPECT_TRUE(Holds(message, vertex + ":3:10: error: X3004: undeclared identifier 'cosinus'\n"))
+        << message;
+}
+
+TEST_F(FailureTest, ErrorsInSegmentsAndFurtherProgramsNameTheirFile) {
+    Write("main.frag", "vec4 FUNCNAME(vec2 tc) { return vec4(1.0); }\n");
+    Write("more.frag", "vec4 FUNCNAME(vec2 tc) {\n    return vec4(acosh(2.0));\n}\n");
+    Write("good.glsl", "float s;\n");
+    Write("bad.glsl", "float s;\n\nfloat t() { return u; }\n");
+    const std::string head = R"({"fragment": "main.frag", "size": [4, 4], )";
+    Write("effect.json", head + R"("programs": [{"name": "more", "fragment": "more.frag"}],
+                                   "passes": [{"program": "more"}]})");
+    std::string message = MessageOf(1, {folder_.Path()});
+    EXPECT_TRUE(Holds(message, At("more.frag") + ":2:17: error: X3004: ")) << message;
+    Write("effect.json", head + R"("segments": {"fragment": [["good.glsl", "bad.glsl"]]},
+                                   "variants": {"fragment": [1]}})");
+    message = MessageOf(1, {folder_.Path()});
+    EXPECT_TRUE(Holds(message, At("bad.glsl") + ":3:20: error: `u' was not declared")) << message;
+}
+
 TEST_F(FailureTest, MissingFilesAreNamed) {
     const std::string shader = Shader("return INPUT1(tc);");
     EXPECT_EQ(MessageOf(1, {At("no.frag")}),

@@ -8,6 +8,7 @@
 #include "DirectXEffectMgr/Source/core/fixed_texts.h"
 #include "diagnostics/source_errors.h"
 #include "diagnostics/stage_reading.h"
+#include "diagnostics/words.h"
 #include "glsl/hlsl/environment.h"
 #include "glsl/hlsl/prelude.h"
 #include "glsl/hlsl/print_tu.h"
@@ -18,10 +19,6 @@ namespace {
 
 constexpr size_t kNone = std::string_view::npos;
 
-bool is_word(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
-}
-
 // HLSL words and what the author wrote for them.
 struct WordPair {
     std::string_view hlsl;
@@ -29,10 +26,10 @@ struct WordPair {
 };
 
 constexpr WordPair kWords[] = {
-    {"float2", "vec2"},    {"float3", "vec3"},      {"float4", "vec4"},    {"int2", "ivec2"},
-    {"int3", "ivec3"},     {"int4", "ivec4"},       {"float2x2", "mat2"},  {"float3x3", "mat3"},
-    {"float4x4", "mat4"},  {"rsqrt", "inversesqrt"}, {"ddx", "dFdx"},      {"ddy", "dFdy"},
-    {"fmod", "mod"},       {"lerp", "mix"},         {"frac", "fract"},     {"atan2", "atan"},
+    {"float2", "vec2"},   {"float3", "vec3"},       {"float4", "vec4"},   {"int2", "ivec2"},
+    {"int3", "ivec3"},    {"int4", "ivec4"},        {"float2x2", "mat2"}, {"float3x3", "mat3"},
+    {"float4x4", "mat4"}, {"rsqrt", "inversesqrt"}, {"ddx", "dFdx"},      {"ddy", "dFdy"},
+    {"fmod", "mod"},      {"lerp", "mix"},          {"frac", "fract"},    {"atan2", "atan"},
 };
 constexpr std::string_view kAvoided = "AVOID_KEYWORD_CONFLICTS_";
 
@@ -40,22 +37,10 @@ std::string_view author_word(std::string_view word) {
     if (word.substr(0, kAvoided.size()) == kAvoided) {
         return word.substr(kAvoided.size());
     }
-    const auto* const row = std::find_if(std::begin(kWords), std::end(kWords),
-                                         [word](const WordPair& pair) { return pair.hlsl == word; });
+    const auto* const row =
+        std::find_if(std::begin(kWords), std::end(kWords),
+                     [word](const WordPair& pair) { return pair.hlsl == word; });
     return row == std::end(kWords) ? word : row->glsl;
-}
-
-// The word around `at`, or the single sign there.
-std::string_view token_at(std::string_view text, size_t at) {
-    size_t begin = at;
-    size_t end = at;
-    while (begin > 0 && is_word(text[begin]) && is_word(text[begin - 1])) {
-        --begin;
-    }
-    while (end < text.size() && is_word(text[end])) {
-        ++end;
-    }
-    return text.substr(begin, std::max(end, std::min(at + 1, text.size())) - begin);
 }
 
 // The next whole `token` from `at` on.
@@ -79,16 +64,6 @@ size_t count_tokens(std::string_view text, std::string_view token) {
         ++count;
     }
     return count;
-}
-
-// From a position just behind a token to the token's beginning.
-size_t token_begin(std::string_view text, size_t position) {
-    size_t at = std::min(position, text.size());
-    at -= at > 0 ? 1 : 0;
-    while (at > 0 && is_word(text[at]) && is_word(text[at - 1])) {
-        --at;
-    }
-    return at;
 }
 
 // Passes blanks, comments and lines of directives, up to `end` at most.
@@ -161,8 +136,7 @@ private:
         const bool in_helpers =
             helpers != kNone && offset >= helpers && offset < helpers + glsl::kPrelude.size();
         const bool is_vertex = reading_.stage() == ShaderStage::kVertex;
-        const size_t entry =
-            hlsl_.rfind(is_vertex ? "\nVertexOutput mainVS(" : "\nfloat4 mainPS(");
+        const size_t entry = hlsl_.rfind(is_vertex ? "\nVertexOutput mainVS(" : "\nfloat4 mainPS(");
         return in_helpers || (entry != kNone && offset > entry);
     }
 
@@ -177,10 +151,10 @@ private:
         const std::string_view statement = text.substr(begin, end - begin);
         const std::string_view token = token_at(hlsl_, offset);
         const std::string_view wanted = author_word(token);
-        const auto token_begin = static_cast<size_t>(token.data() - hlsl_.data());
-        const size_t mark_begin = std::min(marks_[mark].offset, token_begin);
+        const auto token_offset = static_cast<size_t>(token.data() - hlsl_.data());
+        const size_t mark_begin = std::min(marks_[mark].offset, token_offset);
         size_t passed = count_tokens(
-            std::string_view(hlsl_).substr(mark_begin, token_begin - mark_begin), token);
+            std::string_view(hlsl_).substr(mark_begin, token_offset - mark_begin), token);
         passed = passed < count_tokens(statement, wanted) ? passed : 0;
         size_t found = find_token(statement, wanted, 0);
         for (; passed > 0 && found != kNone; --passed) {
@@ -286,10 +260,9 @@ std::vector<Finding> compiler_errors(const AssembledProgram& program, const Prog
             return {};
         }
         const auto location = stage.locate(message);
-        Finding finding = location
-                              ? finding_at(*location, Severity::kError)
-                              : first_line_of(is_vertex && program.has_vertex ? maps.vertex
-                                                                              : maps.fragment);
+        Finding finding =
+            location ? finding_at(*location, Severity::kError)
+                     : first_line_of(is_vertex && program.has_vertex ? maps.vertex : maps.fragment);
         finding.message = message.code.empty() ? message.text : message.code + ": " + message.text;
         findings.push_back(std::move(finding));
     }

@@ -15,7 +15,8 @@ namespace diagnostics {
 /// library's own text around the author's is refused, that is the constant that got into it, or the
 /// beginning of the stage's source. Writes to the log what printing a tree writes.
 ///
-/// @returns a finding per message; none if the stages cannot be parsed, or if the log has a dump that
+/// @returns a finding per message; none if the stages cannot be parsed, or if the log has a dump
+/// that
 ///          is not this program's HLSL
 std::vector<Finding> compiler_errors(const AssembledProgram& program, const ProgramMaps& maps,
                                      int32_t inputs, int32_t audio, const CompilerLog& log);

@@ -26,9 +26,9 @@ struct CompilerLog {
     std::map<size_t, std::string> dump;  // lines of the refused HLSL by number, as far as logged
 };
 
-/// Finds the compiler's errors and the last numbered dump of an HLSL text in a log. An error belongs
-/// to the stage that the last "Failed to compile vertex shader" or "... frag shader" in front of it
-/// named, without one to the fragment stage. Everything else in the log is passed over.
+/// Finds the compiler's errors and the last numbered dump of an HLSL text in a log. An error
+/// belongs to the stage that the last "Failed to compile vertex shader" or "... frag shader" in
+/// front of it named, without one to the fragment stage. Everything else in the log is passed over.
 CompilerLog read_compiler_log(std::string_view log);
 
 }  // namespace diagnostics

@@ -17,9 +17,8 @@ public:
     std::string type_name() const override { return "diagnostics"; }
 
     void add(const Param& param) {
-        const auto* const word =
-            std::find(std::begin(movit::kParamTypeWords), std::end(movit::kParamTypeWords),
-                      param.type);
+        const auto* const word = std::find(std::begin(movit::kParamTypeWords),
+                                           std::end(movit::kParamTypeWords), param.type);
         if (word == std::end(movit::kParamTypeWords)) {
             return;
         }

@@ -1,7 +1,7 @@
 #pragma once
 
-/// An effect as far as its shader texts depend on it. Plain types only, so that a program that loads
-/// the library by name can fill it in.
+/// An effect as far as its shader texts depend on it. Plain types only, so that a program that
+/// loads the library by name can fill it in.
 
 #include <cstdint>
 #include <string>

@@ -24,7 +24,8 @@ char shown(char c) {
 std::string snippet(const Finding& finding) {
     const std::string& line = finding.source_line;
     const size_t caret = std::min(finding.column - 1, line.size());
-    size_t first = caret > kShownBytes / 2 && line.size() > kShownBytes ? caret - kShownBytes / 2 : 0;
+    size_t first =
+        caret > kShownBytes / 2 && line.size() > kShownBytes ? caret - kShownBytes / 2 : 0;
     while (first > 0 && continues_character(line[first])) {
         --first;
     }

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "DirectXEffectMgr/Source/core/rewrite_alignment.h"
+#include "diagnostics/author_offset.h"
 
 namespace diagnostics {
 
@@ -72,7 +72,7 @@ Finding parser_error(const ParseFailure& failure, const AssembledProgram& progra
     const bool is_vertex = failure.stage == ShaderStage::kVertex;
     const std::string& assembled = is_vertex ? program.vertex : program.fragment;
     const SourceMap& map = is_vertex ? maps.vertex : maps.fragment;
-    const size_t offset = original_offset(assembled, failure.source, failure.offset);
+    const size_t offset = author_offset(assembled, failure.source, failure.offset);
     const auto location = map.locate_assembled(offset);
     Finding finding;
     if (location) {

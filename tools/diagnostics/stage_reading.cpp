@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "DirectXEffectMgr/Source/core/rewrite_alignment.h"
+#include "diagnostics/author_offset.h"
 #include "diagnostics/tree_walk.h"
 #include "glsl/parser.h"
 
@@ -55,7 +55,7 @@ size_t StageReading::first_offset_of(const glsl::astNode& node) const {
 }
 
 std::optional<SourceLocation> StageReading::locate(size_t offset) const {
-    return map_.locate_assembled(original_offset(assembled_, text_, offset));
+    return map_.locate_assembled(author_offset(assembled_, text_, offset));
 }
 
 }  // namespace diagnostics

@@ -21,6 +21,13 @@ constexpr size_t kBarCells = 40;
 std::mutex console_mutex;  // guards standard error and bar_length
 size_t bar_length = 0;     // characters of the bar that stands on the line now
 
+// The library's last message about a program's texts: from there on it is the compiler's turn.
+constexpr std::string_view kTranslated = "the frag shader compile to DX success!";
+constexpr size_t kMostRecentBytes = size_t{64} << 20;  // more than any dump of a text that compiles
+
+std::mutex recent_mutex;  // guards recent_log
+std::string recent_log;
+
 std::atomic<bool> whole_log{false};
 std::atomic<int64_t> logged_errors{0};
 
@@ -60,6 +67,14 @@ std::string Format(const char* format, va_list args) {
     return text;
 }
 
+void Remember(const std::string& message) {
+    const std::lock_guard<std::mutex> lock(recent_mutex);
+    if (message == kTranslated || recent_log.size() + message.size() > kMostRecentBytes) {
+        recent_log.clear();
+    }
+    recent_log.append(message).push_back('\n');
+}
+
 }  // namespace
 
 void PrintLine(std::string_view text) {
@@ -91,9 +106,16 @@ void LogFromLibrary(int32_t level, const char* format, va_list args) {
     if (level >= kErrorLevel) {
         ++logged_errors;
     }
+    const std::string message = Format(format, args);
+    Remember(message);
     if (level >= kWarningLevel || whole_log) {
-        PrintLine(Format(format, args));
+        PrintLine(message);
     }
+}
+
+std::string RecentLog() {
+    const std::lock_guard<std::mutex> lock(recent_mutex);
+    return recent_log;
 }
 
 int64_t CountLoggedErrors() {

@@ -2,6 +2,7 @@
 
 #include <cstdarg>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace effect_render {
@@ -24,5 +25,8 @@ void LogFromLibrary(int32_t level, const char* format, va_list args);
 
 /// Errors that the library has logged so far.
 int64_t CountLoggedErrors();
+
+/// All that the library has logged since it last translated a program, one message per line.
+std::string RecentLog();
 
 }  // namespace effect_render

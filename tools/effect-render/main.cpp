@@ -16,6 +16,7 @@
 #include "job.h"
 #include "options.h"
 #include "picture.h"
+#include "reports.h"
 #include "session.h"
 #include "tool_error.h"
 
@@ -82,7 +83,12 @@ ExitStatus Run(const std::vector<std::string>& arguments) {
     }
     const Library library;
     const Engine engine(library, options->mode);
-    RenderFrames(*options, job, engine.Get());
+    try {
+        RenderFrames(*options, job, engine.Get());
+    } catch (const ToolError&) {
+        ExplainFailure(job.effects, RecentLog());
+        throw;
+    }
     return ExitStatus::Success;
 }
 

@@ -8,8 +8,8 @@ diagnostics::EffectFacts facts_of(const Options& options) {
     facts.vertex.path = options.vertex;
     facts.base64 = options.base64;
     for (const Param& param : options.params) {
-        facts.params.push_back({std::string(movit::type_word(param.type)), param.name, param.shape,
-                                param.count});
+        facts.params.push_back(
+            {std::string(movit::type_word(param.type)), param.name, param.shape, param.count});
     }
     facts.defines = options.defines;
     facts.inputs = options.inputs;

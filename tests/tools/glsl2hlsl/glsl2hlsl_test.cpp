@@ -207,6 +207,59 @@ TEST_F(Glsl2HlslTest, ASilentParserStillHasAPlace) {
     EXPECT_EQ(place_of_error("int a;\nint b;\n}"), "e.frag:3:1");
 }
 
+TEST_F(Glsl2HlslTest, AFailureShowsTheSourceLineAndACaret) {
+    const std::string fragment = file("e.frag", "vec4 f() {\n\treturn colr;\n}\n");
+    const ToolResult result = run({fragment});
+    const std::string message = "`colr' was not declared in this scope\n";
+    EXPECT_NE(result.err.find("\n" + fragment + ":2:9: error: " + message +
+                              "    \treturn colr;\n"
+                              "    \t       ^\n"
+                              "error: " +
+                              fragment + ":2:9: " + message),
+              std::string::npos)
+        << result.err;
+}
+
+TEST_F(Glsl2HlslTest, AnErrorInAMacroNamesItsUse) {
+    EXPECT_EQ(place_of_error("#define TWICE(x) (x * bad)\n"
+                             "float f() {\n  return 1.0 + TWICE(2.0);\n}\n"),
+              "e.frag:3:16");
+}
+
+TEST_F(Glsl2HlslTest, MessagesOfTheHlslCompilerAreLedBack) {
+    const std::string source = "vec4 FUNCNAME(vec2 tc) {\n  float k = asinh(tc.x);\n}\n";
+    const std::string fragment = file("e.frag", source);
+    const std::string hlsl = run({fragment}).out;
+    const size_t body = hlsl.find("=====\n") + 6;
+    const size_t word = hlsl.find("asinh");
+    ASSERT_NE(word, std::string::npos);
+    const auto line = 1 + std::count(hlsl.begin() + static_cast<std::ptrdiff_t>(body),
+                                     hlsl.begin() + static_cast<std::ptrdiff_t>(word), '\n');
+    const std::string column = std::to_string(word - hlsl.rfind('\n', word));
+    const std::string log =
+        file("log", "Failed to compile frag shader: Shader@0x1(" + std::to_string(line) + "," +
+                        column + "-99): error X3004: undeclared identifier 'asinh'\n");
+    const ToolResult result = run({fragment, "--hlsl-log", log});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, "");
+    const std::string message = "X3004: undeclared identifier 'asinh'";
+    EXPECT_NE(result.err.find(fragment + ":2:13: error: " + message +
+                              "\n      float k = asinh(tc.x);\n                ^\n"),
+              std::string::npos)
+        << result.err;
+    EXPECT_EQ(result.last_err_line(), "error: " + fragment + ":2:13: " + message);
+}
+
+TEST_F(Glsl2HlslTest, ALogWithoutErrorsIsOne) {
+    const std::string half = file("half.frag", kHalf);
+    const std::string log = file("log", "all is well\n");
+    EXPECT_EQ(run({half, "--hlsl-log", log}).last_err_line(),
+              "error: " + log + ": no error of the HLSL compiler about this effect");
+    const ToolResult none = run({half, "--hlsl-log", path("none")});
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(none.last_err_line(), "error: " + path("none") + ": cannot be read");
+}
+
 TEST_F(Glsl2HlslTest, FilesThatCannotBeUsed) {
     const std::string none = path("none.frag");
     ToolResult result = run({none});

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace diagnostics {
+
+/// The place in an assembled text of the token that stands in front of a place of the text that the
+/// parser made of it. A token that a macro put in is at the name of the macro's use.
+///
+/// @param offset  in `rewritten`, just behind a token
+size_t author_offset(std::string_view assembled, std::string_view rewritten, size_t offset);
+
+}  // namespace diagnostics
