@@ -55,6 +55,24 @@ function(add_suite_shard target name shard shards seconds arguments labels)
         ENVIRONMENT "${environment}" TIMEOUT ${limit} LABELS "${labels}")
 endfunction()
 
+# add_program_test(NAME.py TARGET): registers a Python script of this folder that calls the program
+# TARGET, through Wine where it is a Windows program. The script gets the source folder and the
+# words that start the program.
+find_package(Python3 COMPONENTS Interpreter REQUIRED)
+
+function(add_program_test script target)
+    set(launcher)
+    if(WIN32 AND CMAKE_CROSSCOMPILING)
+        set(launcher ${PROJECT_SOURCE_DIR}/cmake/wine.sh)
+    endif()
+    get_filename_component(name ${script} NAME_WE)
+    add_test(NAME ${target}_${name}
+        COMMAND ${Python3_EXECUTABLE} ${CMAKE_CURRENT_SOURCE_DIR}/${script} ${PROJECT_SOURCE_DIR}
+            ${launcher} $<TARGET_FILE:${target}>)
+    set_tests_properties(${target}_${name} PROPERTIES TIMEOUT 600
+        ENVIRONMENT "ORVANE_WINE_PREFIX=${CMAKE_BINARY_DIR}/wine;PYTHONDONTWRITEBYTECODE=1")
+endfunction()
+
 # The name that Windows suites are registered by; the same as add_suite().
 function(add_wine_test name target)
     add_suite(${target} NAME ${name} ${ARGN})

@@ -4,7 +4,8 @@ declare -A package_groups=(
     [native]="g++ cmake ninja-build ccache googletest libcli11-dev nlohmann-json3-dev libstb-dev
         python3 git libegl-dev libgl-dev libegl1 libgl1-mesa-dri"
     [windows]="g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix mingw-w64-x86-64-dev
-        libz-mingw-w64-dev wine wine64 xvfb xauth libgl1-mesa-dri libgl1 npm ca-certificates"
+        libz-mingw-w64-dev wine wine64 xvfb xauth libgl1-mesa-dri libgl1 npm ca-certificates
+        python3 ffmpeg"
     [bench]="glslang-dev libspirv-cross-c-shared-dev spirv-tools"
     [fuzz]="clang libclang-rt-dev llvm"
     [checks]="clang-format clang-tidy cppcheck"

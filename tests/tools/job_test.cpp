@@ -99,6 +99,36 @@ TEST_F(JobTest, FileForATargetInputIsWrongUsage) {
               "--input 'x.png': input 1 of this effect takes no file");
 }
 
+TEST_F(JobTest, StreamIsTheFirstInputAndFilesFollow) {
+    const Job job = Make({shader_, "--raw-in", "24x18", "-i", "b.png"});
+    EXPECT_EQ(job.width, 24u);
+    EXPECT_EQ(job.height, 18u);
+    const auto& inputs = job.effects[0].inputs;
+    ASSERT_EQ(inputs.size(), 2u);
+    EXPECT_EQ(inputs[0].kind, InputKind::Stream);
+    EXPECT_EQ(inputs[0].stream_size, (std::pair<uint32_t, uint32_t>{24, 18}));
+    EXPECT_TRUE(inputs[0].files.empty());
+    EXPECT_EQ(inputs[1].files, std::vector<std::string>{"b.png"});
+}
+
+TEST_F(JobTest, StreamReplacesAPictureButNothingElse) {
+    const std::string folder = Described(
+        R"({"fragment": "a.frag", "inputs": [{"file": "small.png", "filter": "nearest"}]})");
+    const Job job = Make({folder, "--raw-in", "4x4"});
+    EXPECT_EQ(job.effects[0].inputs[0].kind, InputKind::Stream);
+    EXPECT_TRUE(job.effects[0].inputs[0].nearest);
+    Described(R"({"fragment": "a.frag", "targets": 1, "inputs": [{"target": 0}]})");
+    EXPECT_EQ(ErrorOf([&] {
+                  Make({folder, "--raw-in", "4x4"});
+              }),
+              "--raw-in: input 1 of this effect takes no picture from outside");
+    Described(R"({"fragment": "a.frag", "inputs": [{"file": "small.png", "channels": 1}]})");
+    EXPECT_EQ(ErrorOf([&] {
+                  Make({folder, "--raw-in", "4x4"});
+              }),
+              "--raw-in: input 1 of this effect takes a brightness picture");
+}
+
 TEST_F(JobTest, MissingEffectIsNamed) {
     EXPECT_EQ(ErrorOf([this] { Make({"no.frag"}); }), "no.frag: there is no such effect");
 }

@@ -186,5 +186,47 @@ INSTANTIATE_TEST_SUITE_P(All, FramePathTest,
                                          PathCase{"100%%/%d.png", 1, "100%/1.png"},
                                          PathCase{"plain.png", 5, "plain.png"}));
 
+TEST(StreamOptionsTest, RawInGoesOnUntilTheEndOfTheInput) {
+    const Options options = Parse({"e.frag", "--raw-in", "160x90", "--raw-out"});
+    ASSERT_TRUE(options.raw_in.has_value());
+    EXPECT_EQ(*options.raw_in, (std::pair<uint32_t, uint32_t>{160, 90}));
+    EXPECT_TRUE(options.raw_out);
+    EXPECT_TRUE(options.until_end);
+    EXPECT_EQ(options.frames.first, 0);
+    EXPECT_EQ(options.span.last, 0);
+}
+
+TEST(StreamOptionsTest, FramesEndTheInputEarly) {
+    const Options options =
+        Parse({"e.frag", "--raw-in", "4x4", "--raw-out", "--frames", "5-9", "--float", "k=0:1"});
+    EXPECT_FALSE(options.until_end);
+    EXPECT_EQ(options.frames.first, 5);
+    EXPECT_EQ(options.frames.last, 9);
+    EXPECT_EQ(options.span.first, 5);
+    EXPECT_EQ(options.span.last, 9);
+}
+
+TEST(StreamOptionsTest, WhatMakesNoSenseIsRefused) {
+    EXPECT_EQ(UsageErrorOf({"e.frag"}), "-o OUT.png or --raw-out is required");
+    EXPECT_EQ(UsageErrorOf({"e.frag", "-o", "o.png", "--raw-out"}),
+              "-o and --raw-out exclude each other");
+    EXPECT_EQ(UsageErrorOf({"e.frag", "--raw-in", "4", "--raw-out"}),
+              "--raw-in '4': expected WxH, each from 1 to 16384");
+    EXPECT_EQ(UsageErrorOf({"e.frag", "--raw-in", "4x4", "--raw-out", "--float", "k=0:1"}),
+              "--raw-in: a parameter that moves needs --frames A-B or --span A-B");
+    EXPECT_EQ(UsageErrorOf({"e.frag", "--raw-in", "4x4", "-o", "o.png"}),
+              "-o 'o.png': several frames need a field such as %04d in it");
+}
+
+TEST(WatchOptionsTest, CountAndStreamsAreChecked) {
+    EXPECT_EQ(Parse({"e.frag", "-o", "o.png", "--watch", "--watch-count", "3"}).watch_count, 3);
+    EXPECT_EQ(UsageErrorOf({"e.frag", "-o", "o.png", "--watch", "--watch-count", "0"}),
+              "--watch-count '0': expected a number");
+    EXPECT_EQ(UsageErrorOf({"e.frag", "-o", "o.png", "--watch-count", "1"}),
+              "--watch-count: only with --watch");
+    EXPECT_EQ(UsageErrorOf({"e.frag", "--raw-out", "--watch"}),
+              "--watch: frames of a stream cannot be drawn again");
+}
+
 }  // namespace
 }  // namespace effect_render

@@ -5,6 +5,8 @@
 #include <mutex>
 #include <string>
 
+#include "files_read.h"
+
 #ifdef _WIN32
 #include <io.h>
 #else
@@ -87,6 +89,12 @@ void PrintLine(std::string_view text) {
     std::fflush(stderr);
 }
 
+ExitStatus PrintError(const std::exception& error) {
+    PrintLine(std::string("effect-render: error: ") + error.what());
+    const auto* known = dynamic_cast<const ToolError*>(&error);
+    return known != nullptr ? known->Status() : ExitStatus::Failure;
+}
+
 void ShowProgress(int64_t done, int64_t total) {
     if (total < 2 || !IsTerminal()) {
         return;
@@ -108,6 +116,7 @@ void LogFromLibrary(int32_t level, const char* format, va_list args) {
     }
     const std::string message = Format(format, args);
     Remember(message);
+    NoteLogMessage(message);
     if (level >= kWarningLevel || whole_log) {
         PrintLine(message);
     }
@@ -116,6 +125,11 @@ void LogFromLibrary(int32_t level, const char* format, va_list args) {
 std::string RecentLog() {
     const std::lock_guard<std::mutex> lock(recent_mutex);
     return recent_log;
+}
+
+void ForgetLog() {
+    const std::lock_guard<std::mutex> lock(recent_mutex);
+    recent_log.clear();
 }
 
 int64_t CountLoggedErrors() {

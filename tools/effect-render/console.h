@@ -2,8 +2,11 @@
 
 #include <cstdarg>
 #include <cstdint>
+#include <exception>
 #include <string>
 #include <string_view>
+
+#include "tool_error.h"
 
 namespace effect_render {
 
@@ -12,6 +15,9 @@ namespace effect_render {
 
 /// A line; a newline is added if it ends in none.
 void PrintLine(std::string_view text);
+
+/// Prints what ended the drawing, and gives the exit status that goes with it.
+ExitStatus PrintError(const std::exception& error);
 
 /// Shows how many of `total` frames are done, on a terminal only and only for several frames. The
 /// last call leaves the bar and ends its line.
@@ -28,5 +34,8 @@ int64_t CountLoggedErrors();
 
 /// All that the library has logged since it last translated a program, one message per line.
 std::string RecentLog();
+
+/// Empties the above: for a drawing that has nothing to do with the one before.
+void ForgetLog();
 
 }  // namespace effect_render

@@ -18,15 +18,17 @@ enum class InputKind {
     Files,     // a file, or one file per pass
     Target,    // an extra target of the effect itself, as the last draw into it left it
     Previous,  // the output of the effect before this one in a chain
+    Stream,    // a picture of its own for each frame
 };
 
 struct InputDescription {
     InputKind kind = InputKind::Files;
-    std::vector<std::string> files;  // never empty for InputKind::Files
-    int32_t target = 0;              // number of the extra target
-    int32_t channels = 4;            // 4, or 1 for a brightness picture
-    bool nearest = false;            // nearest instead of linear filtering
-    bool still = false;              // handed over as a picture that stays the same
+    std::vector<std::string> files;             // never empty for InputKind::Files
+    int32_t target = 0;                         // number of the extra target
+    std::pair<uint32_t, uint32_t> stream_size;  // pixels, for InputKind::Stream
+    int32_t channels = 4;                       // 4, or 1 for a brightness picture
+    bool nearest = false;                       // nearest instead of linear filtering
+    bool still = false;                         // handed over as a picture that stays the same
 };
 
 /// Values of one vertex attribute for all vertices of a pass.

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "files_read.h"
 #include "tool_error.h"
 
 namespace effect_render {
@@ -17,6 +18,7 @@ std::filesystem::path FromUtf8(const std::string& path) {
 }  // namespace
 
 std::vector<uint8_t> ReadBytes(const std::string& path) {
+    NoteFileRead(path);
     std::ifstream file(FromUtf8(path), std::ios::binary);
     if (!file || IsFolder(path)) {
         throw ToolError(path + ": cannot be read");

@@ -5,6 +5,7 @@
 
 #include "effect_json.h"
 #include "files.h"
+#include "files_read.h"
 #include "picture.h"
 #include "tool_error.h"
 #include "transition_effect.h"
@@ -15,15 +16,38 @@ namespace {
 constexpr uint32_t kDefaultWidth = 640;
 constexpr uint32_t kDefaultHeight = 360;
 
+// The stream becomes the first input; whatever the description says of its filter holds.
+void ApplyStream(const std::pair<uint32_t, uint32_t>& size, EffectDescription& effect) {
+    if (effect.inputs.empty()) {
+        effect.inputs.emplace_back();
+    }
+    InputDescription& input = effect.inputs[0];
+    if (input.kind != InputKind::Files) {
+        throw UsageError("--raw-in: input 1 of this effect takes no picture from outside");
+    }
+    if (input.channels != 4 || input.still) {
+        throw UsageError("--raw-in: input 1 of this effect takes " +
+                         std::string(input.still ? "a still picture" : "a brightness picture"));
+    }
+    input.kind = InputKind::Stream;
+    input.files.clear();
+    input.stream_size = size;
+}
+
 void ApplyInputs(const Options& options, EffectDescription& effect) {
+    const size_t streams = options.raw_in ? 1 : 0;
+    if (options.raw_in) {
+        ApplyStream(*options.raw_in, effect);
+    }
     for (size_t i = 0; i < options.inputs.size(); ++i) {
-        if (i >= effect.inputs.size()) {
+        const size_t index = streams + i;
+        if (index >= effect.inputs.size()) {
             effect.inputs.emplace_back();
         }
-        InputDescription& input = effect.inputs[i];
+        InputDescription& input = effect.inputs[index];
         if (input.kind != InputKind::Files) {
-            throw UsageError("--input '" + options.inputs[i] + "': input " + std::to_string(i + 1) +
-                             " of this effect takes no file");
+            throw UsageError("--input '" + options.inputs[i] + "': input " +
+                             std::to_string(index + 1) + " of this effect takes no file");
         }
         input.files = {options.inputs[i]};
     }
@@ -85,6 +109,8 @@ void ChooseSize(const Options& options, Job& job) {
         std::tie(job.width, job.height) = *options.size;
     } else if (effect.size) {
         std::tie(job.width, job.height) = *effect.size;
+    } else if (options.raw_in) {
+        std::tie(job.width, job.height) = *options.raw_in;
     } else if (!effect.inputs.empty() && effect.inputs[0].kind == InputKind::Files) {
         const Picture picture = LoadPicture(effect.inputs[0].files[0], 4);
         job.width = picture.width;
@@ -100,6 +126,7 @@ EffectChain FindEffects(const Options& options) {
         return LoadEffectFolder(options.effect);
     }
     if (!IsFile(options.effect)) {
+        NoteFileRead(options.effect);
         throw ToolError(options.effect + ": there is no such effect");
     }
     return {DescribeShader(options.effect, "")};

@@ -13,12 +13,13 @@
 
 #include "console.h"
 #include "host.h"
+#include "interrupt.h"
 #include "job.h"
 #include "options.h"
-#include "picture.h"
+#include "render.h"
 #include "reports.h"
-#include "session.h"
 #include "tool_error.h"
+#include "watch.h"
 
 namespace effect_render {
 namespace {
@@ -43,28 +44,46 @@ std::vector<std::string> Arguments() {
     return arguments;
 }
 
-void RenderFrames(const Options& options, const Job& job, IOpenGLEffectEngine& engine) {
-    std::vector<std::unique_ptr<Session>> sessions;
-    for (const EffectDescription& effect : job.effects) {
-        sessions.push_back(std::make_unique<Session>(engine, effect, job.width, job.height));
-    }
-    Picture picture;
-    picture.width = job.width;
-    picture.height = job.height;
-    picture.pixels.resize(static_cast<size_t>(picture.RowPitch()) * picture.height);
-    const int64_t total = int64_t{options.frames.last} - options.frames.first + 1;
-    for (int64_t done = 0; done < total; ++done) {
-        const auto frame = static_cast<int32_t>(options.frames.first + done);
-        const std::optional<double> way = WayAt(frame, options.span);
-        const TextureNum* previous = nullptr;
-        for (const auto& session : sessions) {
-            const bool is_last = session == sessions.back();
-            session->DrawFrame(way, previous, is_last ? picture.pixels.data() : nullptr);
-            previous = session->Output();
+Job MakeJobTelling(const Options& options) {
+    Job job = MakeJob(options);
+    if (options.log) {
+        for (const std::string& note : job.effects.front().notes) {
+            PrintLine("effect-render: note: " + options.transition + ": " + note);
         }
-        SavePicture(FramePath(options.output, frame), picture);
-        ShowProgress(done + 1, total);
     }
+    return job;
+}
+
+int64_t DrawExplaining(const Options& options, const Job& job, IOpenGLEffectEngine& engine) {
+    ForgetLog();
+    try {
+        return DrawFrames(options, job, engine);
+    } catch (const ToolError&) {
+        ExplainFailure(job.effects, RecentLog());
+        throw;
+    }
+}
+
+std::string DrawOnce(const Options& options, IOpenGLEffectEngine& engine) {
+    const int64_t frames = DrawExplaining(options, MakeJobTelling(options), engine);
+    return "drew " + std::to_string(frames) + (frames == 1 ? " frame" : " frames");
+}
+
+ExitStatus Draw(const Options& options) {
+    // What is wrong with the job is told before a device is asked for.
+    const Job job = MakeJobTelling(options);
+    const Library library;
+    const Engine engine(library, options.mode);
+    DrawExplaining(options, job, engine.Get());
+    return ExitStatus::Success;
+}
+
+ExitStatus DrawWatching(const Options& options) {
+    CatchInterrupt();
+    const Library library;
+    const Engine engine(library, options.mode);
+    const auto draw = [&options, &engine] { return DrawOnce(options, engine.Get()); };
+    return DrawAndWatch(options.watch_count, draw, WasInterrupted);
 }
 
 ExitStatus Run(const std::vector<std::string>& arguments) {
@@ -75,32 +94,14 @@ ExitStatus Run(const std::vector<std::string>& arguments) {
         return ExitStatus::Success;
     }
     ShowWholeLog(options->log);
-    const Job job = MakeJob(*options);
-    if (options->log) {
-        for (const std::string& note : job.effects.front().notes) {
-            PrintLine("effect-render: note: " + options->transition + ": " + note);
-        }
-    }
-    const Library library;
-    const Engine engine(library, options->mode);
-    try {
-        RenderFrames(*options, job, engine.Get());
-    } catch (const ToolError&) {
-        ExplainFailure(job.effects, RecentLog());
-        throw;
-    }
-    return ExitStatus::Success;
+    return options->watch ? DrawWatching(*options) : Draw(*options);
 }
 
 ExitStatus RunReportingErrors() {
     try {
         return Run(Arguments());
-    } catch (const ToolError& error) {
-        PrintLine(std::string("effect-render: error: ") + error.what());
-        return error.Status();
     } catch (const std::exception& error) {
-        PrintLine(std::string("effect-render: error: ") + error.what());
-        return ExitStatus::Failure;
+        return PrintError(error);
     }
 }
 

@@ -27,7 +27,7 @@ std::optional<int32_t> WholeNumber(const std::string& text) {
 }
 
 // "640x360"
-std::pair<uint32_t, uint32_t> ParseSize(const std::string& text) {
+std::pair<uint32_t, uint32_t> ParseSize(const char* option, const std::string& text) {
     const size_t cross = text.find('x');
     if (cross != std::string::npos) {
         const auto width = WholeNumber(text.substr(0, cross));
@@ -38,7 +38,7 @@ std::pair<uint32_t, uint32_t> ParseSize(const std::string& text) {
             return {static_cast<uint32_t>(*width), static_cast<uint32_t>(*height)};
         }
     }
-    throw UsageError("--size '" + text + "': expected WxH, each from 1 to " +
+    throw UsageError(std::string(option) + " '" + text + "': expected WxH, each from 1 to " +
                      std::to_string(kLargestSide));
 }
 
@@ -144,19 +144,48 @@ void AddSourceOptions(CLI::App& app, Options& options) {
     }
 }
 
-// @param span  whether --span stood on the command line
-void AddDrawOptions(CLI::App& app, Options& options, bool& span) {
-    AddTextOption(app, "--size", "WxH", "default: the first input's size, or 640x360", false,
-                  [&options](const std::string& text) { options.size = ParseSize(text); });
-    AddTextOption(
-        app, "--frames", "A-B", "frame numbers; OUT then holds a field such as %04d", false,
-        [&options](const std::string& text) { options.frames = ParseRange("--frames", text); });
+// Which ranges stood on the command line.
+struct GivenRanges {
+    bool frames = false;
+    bool span = false;
+};
+
+void AddRangeOptions(CLI::App& app, Options& options, GivenRanges& given) {
+    AddTextOption(app, "--frames", "A-B", "frame numbers; OUT then holds a field such as %04d",
+                  false, [&options, &given](const std::string& text) {
+                      options.frames = ParseRange("--frames", text);
+                      given.frames = true;
+                  });
     AddTextOption(app, "--span", "A-B",
                   "frames over which moving parameters move; default: those of --frames", false,
-                  [&options, &span](const std::string& text) {
+                  [&options, &given](const std::string& text) {
                       options.span = ParseRange("--span", text);
-                      span = true;
+                      given.span = true;
                   });
+}
+
+void AddStreamOptions(CLI::App& app, Options& options) {
+    AddTextOption(
+        app, "--raw-in", "WxH",
+        "the first image input: raw RGBA frames on standard input, one for each frame", false,
+        [&options](const std::string& text) { options.raw_in = ParseSize("--raw-in", text); });
+    app.add_flag("--raw-out", options.raw_out,
+                 "raw RGBA frames on standard output in place of pictures");
+    app.add_flag("--watch", options.watch,
+                 "draw again whenever a file that the effect uses changes; Ctrl-C ends it");
+    AddTextOption(app, "--watch-count", "N", "with --watch: end after drawing N times", false,
+                  [&options](const std::string& text) {
+                      options.watch_count = WholeNumber(text).value_or(0);
+                      if (options.watch_count < 1) {
+                          throw UsageError("--watch-count '" + text + "': expected a number");
+                      }
+                  });
+}
+
+void AddDrawOptions(CLI::App& app, Options& options) {
+    AddTextOption(
+        app, "--size", "WxH", "default: the first input's size, or 640x360", false,
+        [&options](const std::string& text) { options.size = ParseSize("--size", text); });
     AddTextOption(app, "--mode", "threaded|inline", "where the device works; default: threaded",
                   false, [&options](const std::string& text) { ParseMode(text, options); });
     AddTextOption(app, "--blend", "N", "0 none, 1 alpha, 3 add, 4 premultiplied, 5 screen", false,
@@ -199,12 +228,42 @@ void TakePositionals(std::vector<std::string> texts, Options& options) {
     options.inputs.insert(options.inputs.begin(), texts.begin(), texts.end());
 }
 
+// Both ranges as they follow from what was given.
+void CompleteRanges(const GivenRanges& given, Options& options) {
+    if (options.raw_in && !given.frames) {
+        options.until_end = true;
+        options.frames.last = kLastFrame;
+    }
+    if (given.span) {
+        return;
+    }
+    options.span = options.until_end ? FrameRange() : options.frames;
+    const bool moves = std::any_of(options.params.begin(), options.params.end(),
+                                   [](const ParamTrack& track) { return !track.first.empty(); });
+    if (options.until_end && (moves || !options.transition.empty())) {
+        throw UsageError("--raw-in: a parameter that moves needs --frames A-B or --span A-B");
+    }
+}
+
+void CheckStreams(const Options& options) {
+    if (options.raw_out != options.output.empty()) {
+        throw UsageError(options.raw_out ? "-o and --raw-out exclude each other"
+                                         : "-o OUT.png or --raw-out is required");
+    }
+    if (options.watch && (options.raw_in || options.raw_out)) {
+        throw UsageError("--watch: frames of a stream cannot be drawn again");
+    }
+    if (options.watch_count > 0 && !options.watch) {
+        throw UsageError("--watch-count: only with --watch");
+    }
+}
+
 void CheckOutput(const Options& options) {
     const int fields = CountFrameFields(options.output);
     if (fields > 1) {
         throw UsageError("-o '" + options.output + "': holds more than one field");
     }
-    if (fields == 0 && options.frames.first != options.frames.last) {
+    if (fields == 0 && !options.raw_out && options.frames.first != options.frames.last) {
         throw UsageError("-o '" + options.output +
                          "': several frames need a field such as %04d in it");
     }
@@ -285,16 +344,16 @@ std::string FramePath(const std::string& pattern, int32_t frame) {
 std::optional<Options> ParseOptions(const std::vector<std::string>& arguments, std::string& help) {
     Options options;
     std::vector<std::string> positionals;
-    bool has_span = false;
+    GivenRanges given;
     CLI::App app("Draws an effect over pictures as a video editor would.", "effect-render");
     app.allow_windows_style_options(false);  // "/home/me/out.png" is a path
     app.add_option("EFFECT", positionals,
                    "a fragment shader file, or a folder with an effect.json");
-    app.add_option("-o,--output", options.output, "the PNG picture to write")
-        ->required()
-        ->type_name("OUT.png");
+    app.add_option("-o,--output", options.output, "the PNG picture to write")->type_name("OUT.png");
     AddSourceOptions(app, options);
-    AddDrawOptions(app, options, has_span);
+    AddDrawOptions(app, options);
+    AddRangeOptions(app, options, given);
+    AddStreamOptions(app, options);
     AddTransitionOptions(app, options);
     try {
         std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
@@ -306,9 +365,8 @@ std::optional<Options> ParseOptions(const std::vector<std::string>& arguments, s
         throw UsageError(error.what());
     }
     TakePositionals(std::move(positionals), options);
-    if (!has_span) {
-        options.span = options.frames;
-    }
+    CheckStreams(options);
+    CompleteRanges(given, options);
     CheckOutput(options);
     return options;
 }

@@ -24,7 +24,7 @@ struct Options {
     std::string effect;      // a fragment shader file, or a folder with an effect.json
     std::string transition;  // in place of `effect`: the file of a public transition
     bool rewrites = true;    // whether a transition's text may be rewritten, its meaning kept
-    std::string output;      // the picture; holds a field such as %04d for several frames
+    std::string output;  // the picture; holds a field such as %04d for several frames. Or raw_out
     std::string vertex;
     std::vector<std::string> inputs;  // with a transition, its two pictures come first
     std::vector<std::string> audio;
@@ -39,6 +39,11 @@ struct Options {
     std::optional<int32_t> blend;
     std::optional<std::array<float, 4>> clear_color;
     bool log = false;  // all of the library's messages instead of warnings and errors
+    std::optional<std::pair<uint32_t, uint32_t>> raw_in;  // size of the frames on standard input
+    bool raw_out = false;                                 // frames go to standard output
+    bool until_end = false;   // frames.last is not known: raw_in without --frames
+    bool watch = false;       // draw again whenever a file changes
+    int32_t watch_count = 0;  // end after so many times; 0: never
 };
 
 /// Reads the arguments behind the program's name. Throws a UsageError.

@@ -1,6 +1,7 @@
 #include "session.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 #include "console.h"
@@ -72,11 +73,26 @@ void Session::LoadInputs() {
         for (const std::string& file : input.files) {
             pictures.push_back(LoadPicture(file, input.channels));
         }
+        if (input.kind == InputKind::Stream) {
+            Picture frame;
+            std::tie(frame.width, frame.height) = input.stream_size;
+            frame.pixels.resize(static_cast<size_t>(frame.RowPitch()) * frame.height);
+            pictures.push_back(std::move(frame));
+        }
         pictures_.push_back(std::move(pictures));
     }
     for (const std::string& file : description_.audio) {
         samples_.push_back(ReadFloats(file));
     }
+}
+
+Picture* Session::Stream() {
+    for (size_t i = 0; i < description_.inputs.size(); ++i) {
+        if (description_.inputs[i].kind == InputKind::Stream) {
+            return &pictures_[i][0];
+        }
+    }
+    return nullptr;
 }
 
 // Images first: the shader counts them before the audio inputs.
@@ -251,7 +267,7 @@ void Session::SetInputs(const TextureNum* previous) {
     for (size_t i = 0; i < description_.inputs.size(); ++i) {
         const InputDescription& input = description_.inputs[i];
         const auto index = static_cast<int32_t>(i);
-        if (input.kind == InputKind::Files) {
+        if (input.kind == InputKind::Files || input.kind == InputKind::Stream) {
             SetPictures(index, input);
         } else if (input.kind == InputKind::Previous) {
             Require(previous != nullptr, "there is no effect before this one in the chain");

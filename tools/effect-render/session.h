@@ -32,6 +32,10 @@ public:
     /// @param pixels    receives width * height * 4 bytes, or null for no read-back
     void DrawFrame(std::optional<double> way, const TextureNum* previous, void* pixels);
 
+    /// What the next frame reads from an input of InputKind::Stream: the caller fills it. Null if
+    /// the effect has no such input.
+    Picture* Stream();
+
     /// The picture of the last frame, on the device.
     const TextureNum* Output() const { return effect_->GetOutputTexture(); }
 

@@ -26,13 +26,15 @@ ParamTrack TrackOf(const transition::Param& param) {
 }
 
 void CheckPictures(const Options& options, const std::vector<std::string>& samplers) {
-    if (options.inputs.size() < kOwnPictures) {
+    // A stream on standard input is the first picture.
+    const size_t pictures = options.inputs.size() + (options.raw_in ? 1 : 0);
+    if (pictures < kOwnPictures) {
         throw UsageError("--transition '" + options.transition + "': expected two pictures");
     }
-    const size_t given = options.inputs.size() - kOwnPictures;
+    const size_t given = pictures - kOwnPictures;
     if (given < samplers.size()) {
         throw UsageError("--transition '" + options.transition + "': its '" + samplers[given] +
-                         "' needs picture " + std::to_string(options.inputs.size() + 1));
+                         "' needs picture " + std::to_string(pictures + 1));
     }
 }
 
