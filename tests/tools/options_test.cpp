@@ -132,7 +132,7 @@ INSTANTIATE_TEST_SUITE_P(
     All, BadUsageTest,
     testing::Values(
         BadUsage{{"-o", "o.png"}, "EFFECT is required"},
-        BadUsage{{"e.frag"}, "--output is required"},
+        BadUsage{{"e.frag"}, "-o OUT.png or --raw-out is required"},
         BadUsage{{"e.frag", "f.frag", "-o", "o.png"}, "'f.frag': only one EFFECT can be drawn"},
         BadUsage{{"e.frag", "-o", "o.png", "--no-rewrites"},
                  "--no-rewrites: belongs to --transition"},
