@@ -188,12 +188,20 @@ bool World::faultStruck() const {
 void World::clearFaults() {
     const Lock lock(mutex_);
     faults_.clear();
+    calls_to_loss_ = 0;
     any_fault_ = false;
 }
 
 void World::remove(HRESULT code) {
     removed_reason_ = code;
     lost_ = code;
+}
+
+void World::removeAt(int nth, HRESULT code) {
+    const Lock lock(mutex_);
+    calls_to_loss_ = nth;
+    loss_code_ = code;
+    any_fault_ = nth > 0;
 }
 
 bool World::takeStillDrawing() {
@@ -230,6 +238,11 @@ HRESULT World::enter(const char* method) {
     }
     const Lock lock(mutex_);
     ++counts_[method];
+    if (!reason && calls_to_loss_ > 0 && --calls_to_loss_ == 0) {
+        struck_ = true;
+        remove(loss_code_);
+        return loss_code_;
+    }
     return any_fault_ ? strike(method) : S_OK;
 }
 

@@ -118,6 +118,10 @@ public:
     /// As setRemovedReason, and every creation and Map fails with the code.
     void remove(HRESULT code);
 
+    /// The same at the nth next call that can fail: that call is the first one to do so. 0 takes
+    /// the order back.
+    void removeAt(int nth, HRESULT code);
+
     /// The next calls of Map with D3D11_MAP_FLAG_DO_NOT_WAIT give DXGI_ERROR_WAS_STILL_DRAWING.
     void setStillDrawing(int times) { still_drawing_ = times; }
     bool takeStillDrawing();
@@ -184,6 +188,8 @@ private:
     bool struck_ = false;
     std::atomic<HRESULT> removed_reason_{S_OK};
     std::atomic<HRESULT> lost_{S_OK};
+    int calls_to_loss_ = 0;  // 0: no loss is ordered
+    HRESULT loss_code_ = S_OK;
     std::atomic<int> still_drawing_{0};
     std::atomic<bool> map_gives_null_{false};
     std::atomic<UINT> row_padding_{0};

@@ -1,11 +1,10 @@
 // Hosts without a plan on the real device: nothing breaks, and the engine draws right afterwards.
 
-#include <windows.h>
-
-#include <psapi.h>
+#include <cstdio>
 
 #include "real/pixel_host.h"
 #include "trust/crowd.h"
+#include "trust/footprint.h"
 #include "trust/random_calls.h"
 
 namespace {
@@ -43,11 +42,7 @@ TEST_P(RandomRealTest, AFewHundredCallsBreakNothing) {
 }
 
 TEST_P(RandomRealTest, HundredsOfEffectsDoNotFillTheMemory) {
-    const auto memory = [] {
-        PROCESS_MEMORY_COUNTERS counters{};
-        GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
-        return counters.PagefileUsage;
-    };
+    const auto memory = [] { return trust::footprintNow().private_bytes; };
     size_t after_warm_up = 0;
     for (int i = 0; i < 400; ++i) {
         const Effect effect = readyEffect(host::kRed, 16, 16);
@@ -69,7 +64,14 @@ class CrowdRealTest : public PixelHost {};
 
 TEST_F(CrowdRealTest, EightThreadsAndFiftyEffects) {
     mode = Mode::threaded;
-    EXPECT_GT(trust::runCrowd(engine(), trust::stressLength(), false), 100);
+    trust::runCrowd(engine(), std::chrono::seconds(2), false);  // makes what is made once
+    const trust::Footprint before = trust::footprintNow();
+    const int calls = trust::runCrowd(engine(), trust::stressLength(), false);
+    EXPECT_GT(calls, 100);
+    const trust::Footprint after = trust::footprintNow();
+    std::printf("%d calls in %d seconds: %s\n", calls,
+                static_cast<int>(trust::stressLength().count()), change(before, after).c_str());
+    EXPECT_LE(after.handles, before.handles + 20);
     const Effect effect = readyEffect(host::kRed);
     EXPECT_TRUE(uniform({255, 0, 0, 255}, render(effect), 0));
 }
