@@ -1,14 +1,25 @@
-# Targets for Windows builds: opencv (core and imgproc), glew (shared glew32.dll), and what has to
-# lie beside the programs when they run. With MinGW they come from the folder that
-# cmake/deps/setup.sh fills; with MSVC from the package manager (vcpkg.json).
+# Targets for Windows builds: opencv (core and imgproc), glew (shared glew32.dll), and
+# RUNTIME_DLLS, what has to lie beside the programs when they run, d3dcompiler_47.dll not counted.
 
+# HLSL_COMPILER_LIBRARY: the import library of d3dcompiler_47.dll, by each tool chain's name.
+set(HLSL_COMPILER_LIBRARY d3dcompiler_47)
 if(MSVC)
+    set(HLSL_COMPILER_LIBRARY d3dcompiler)
+endif()
+
+# ORVANE_OWN_DEPENDENCIES: they come from the folder that cmake/deps/setup.sh fills. Otherwise they
+# are what find_package finds, for instance in a vcpkg tree (vcpkg.json).
+option(ORVANE_OWN_DEPENDENCIES "take the dependencies that ./run setup makes" ${MINGW})
+
+if(NOT ORVANE_OWN_DEPENDENCIES)
     find_package(OpenCV REQUIRED COMPONENTS core imgproc)
     find_package(GLEW REQUIRED)
     add_library(opencv INTERFACE)
-    target_link_libraries(opencv INTERFACE opencv_core opencv_imgproc)
+    target_include_directories(opencv SYSTEM INTERFACE ${OpenCV_INCLUDE_DIRS})
+    target_link_libraries(opencv INTERFACE ${OpenCV_LIBS})
     add_library(glew INTERFACE)
     target_link_libraries(glew INTERFACE GLEW::GLEW opengl32)
+    set(RUNTIME_DLLS $<TARGET_RUNTIME_DLLS:OrvaneDirectXEffectMgr>)
     return()
 endif()
 
@@ -50,12 +61,28 @@ function(find_runtime_dll name result)
     set(${result} ${path} PARENT_SCOPE)
 endfunction()
 
-# RUNTIME_DLLS: what every program of ours needs beside it, d3dcompiler_47.dll not counted,
-# which is there for tests and demos only.
 set(RUNTIME_DLLS ${glew_root}/bin/glew32.dll)
 foreach(name libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
     find_runtime_dll(${name} path)
     list(APPEND RUNTIME_DLLS ${path})
 endforeach()
+# The HLSL compiler is there for tests and demos only.
 file(COPY ${RUNTIME_DLLS} ${d3dcompiler_root}/d3dcompiler_47.dll
     DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+
+# NAME=FILE: the terms of what is inside our files or lies beside them. GLEW states its own at the
+# head of its header.
+file(READ ${glew_root}/include/GL/glew.h glew_terms LIMIT 16384)
+string(FIND "${glew_terms}" "\n#" glew_terms_length)
+string(SUBSTRING "${glew_terms}" 0 ${glew_terms_length} glew_terms)
+file(WRITE ${CMAKE_BINARY_DIR}/package/glew.txt "${glew_terms}\n")
+set(BUNDLED_LICENSES
+    cli11=/usr/share/doc/libcli11-dev/copyright
+    gcc-runtime=/usr/share/doc/gcc-mingw-w64-x86-64-posix-runtime/copyright
+    glew=${CMAKE_BINARY_DIR}/package/glew.txt
+    mingw-w64=/usr/share/doc/mingw-w64-x86-64-dev/copyright
+    nlohmann-json=/usr/share/doc/nlohmann-json3-dev/copyright
+    opencv=${opencv_root}/LICENSE
+    opencv-softfloat=${opencv_root}/share/licenses/opencv4/SoftFloat-COPYING.txt
+    stb=/usr/share/doc/libstb-dev/copyright
+    zlib=/usr/share/doc/libz-mingw-w64-dev/copyright)
