@@ -198,6 +198,16 @@ TEST_F(FailureTest, ErrorsInSegmentsAndFurtherProgramsNameTheirFile) {
     EXPECT_TRUE(Holds(message, At("bad.glsl") + ":3:20: error: `u' was not declared")) << message;
 }
 
+TEST_F(FailureTest, WarningsStandAtTheAuthorsLineAndCanBeSilenced) {
+    const std::string shader = Shader("    return vec4(bool(tc.x) ? 1.0 : 0.0);");
+    const std::string message = MessageOf(0, {shader, "--size", "4x4"});
+    EXPECT_EQ(message, shader +
+                           ":2:17: warning: bool(x) is true for every x; write x != 0 [bool-cast]\n"
+                           "        return vec4(bool(tc.x) ? 1.0 : 0.0);\n"
+                           "                    ^\n");
+    EXPECT_EQ(MessageOf(0, {shader, "--size", "4x4", "--no-warnings"}), "");
+}
+
 TEST_F(FailureTest, MissingFilesAreNamed) {
     const std::string shader = Shader("return INPUT1(tc);");
     EXPECT_EQ(MessageOf(1, {At("no.frag")}),

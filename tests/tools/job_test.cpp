@@ -4,8 +4,10 @@
 
 #include <filesystem>
 
+#include "diagnostics/second_look.h"
 #include "effect-render/effect_json.h"
 #include "effect-render/picture.h"
+#include "effect-render/reports.h"
 #include "expect_error.h"
 #include "temp_folder.h"
 
@@ -151,6 +153,24 @@ TEST(SampleEffectsTest, EveryDescriptionReads) {
         EXPECT_NO_THROW(LoadEffectFolder(entry.path().generic_u8string())) << entry.path();
     }
     EXPECT_GE(count, 12);
+}
+
+TEST(SampleEffectsTest, NoneIsWarnedOf) {
+    size_t programs = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(ORVANE_EFFECTS_FOLDER)) {
+        if (!std::filesystem::exists(entry.path() / "effect.json")) {
+            continue;
+        }
+        for (const EffectDescription& effect : LoadEffectFolder(entry.path().generic_u8string())) {
+            const std::vector<diagnostics::EffectFacts> facts = FactsOf(effect);
+            programs += facts.size();
+            EXPECT_TRUE(diagnostics::explain_failure(facts, "").empty()) << entry.path();
+            for (const diagnostics::Finding& finding : diagnostics::find_warnings(facts)) {
+                ADD_FAILURE() << diagnostics::full_text(finding);
+            }
+        }
+    }
+    EXPECT_GE(programs, 14u);
 }
 
 }  // namespace

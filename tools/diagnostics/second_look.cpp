@@ -1,10 +1,14 @@
 #include "diagnostics/second_look.h"
 
+#include <set>
+#include <string>
+
 #include "DirectXEffectMgr/Source/core/program_source.h"
 #include "DirectXEffectMgr/Source/logging/logging.h"
 #include "diagnostics/compiler_errors.h"
 #include "diagnostics/declarations.h"
 #include "diagnostics/source_errors.h"
+#include "diagnostics/traps/stage_warnings.h"
 
 namespace diagnostics {
 
@@ -66,6 +70,24 @@ std::vector<Finding> errors_of_ours(const EffectFacts& facts, const Assembly& as
 }
 
 }  // namespace
+
+std::vector<Finding> find_warnings(const std::vector<EffectFacts>& programs) {
+    set_log_callback(nullptr);
+    std::vector<Finding> findings;
+    std::set<std::string> seen;
+    for (const EffectFacts& facts : programs) {
+        const Assembly assembly = assemble(facts);
+        if (!assembly.complete) {
+            continue;
+        }
+        for (Finding& finding : program_warnings(assembly.program, assembly.maps, facts)) {
+            if (seen.insert(place_text(finding) + finding.trap).second) {
+                findings.push_back(std::move(finding));
+            }
+        }
+    }
+    return findings;
+}
 
 std::vector<Finding> explain_failure(const std::vector<EffectFacts>& programs,
                                      std::string_view log) {

@@ -11,6 +11,12 @@
 
 namespace diagnostics {
 
+/// Reads the programs' files and finds what will be drawn otherwise than its author meant, or
+/// refused by the HLSL compiler although the parser takes it. Each place is told of once, also if
+/// several programs share it. What cannot be read or parsed has no warnings. Silences the log as
+/// explain_failure() does.
+std::vector<Finding> find_warnings(const std::vector<EffectFacts>& programs);
+
 /// Reads the programs' files again and finds why the library refused one of them.
 ///
 /// Silences this program's own copy of the log for good; a library that was loaded by name has

@@ -46,6 +46,9 @@ std::vector<std::string> Arguments() {
 
 Job MakeJobTelling(const Options& options) {
     Job job = MakeJob(options);
+    if (options.warnings) {
+        PrintWarnings(job.effects);
+    }
     if (options.log) {
         for (const std::string& note : job.effects.front().notes) {
             PrintLine("effect-render: note: " + options.transition + ": " + note);

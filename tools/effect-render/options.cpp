@@ -196,6 +196,9 @@ void AddDrawOptions(CLI::App& app, Options& options) {
     app.add_flag("--msaa", options.msaa, "draw with four samples per pixel");
     app.add_flag("--log", options.log,
                  "the library's log on stderr; default: warnings and errors only");
+    app.add_flag(
+        "--no-warnings", [&options](int64_t) { options.warnings = false; },
+        "no warnings about shaders that draw otherwise than they read, or are refused");
 }
 
 void AddTransitionOptions(CLI::App& app, Options& options) {

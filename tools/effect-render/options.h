@@ -38,7 +38,8 @@ struct Options {
     bool msaa = false;
     std::optional<int32_t> blend;
     std::optional<std::array<float, 4>> clear_color;
-    bool log = false;  // all of the library's messages instead of warnings and errors
+    bool warnings = true;  // about shaders that draw otherwise than they read
+    bool log = false;      // all of the library's messages instead of warnings and errors
     std::optional<std::pair<uint32_t, uint32_t>> raw_in;  // size of the frames on standard input
     bool raw_out = false;                                 // frames go to standard output
     bool until_end = false;   // frames.last is not known: raw_in without --frames

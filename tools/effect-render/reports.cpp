@@ -62,6 +62,21 @@ void SetFile(const std::string& file, diagnostics::StageFacts& stage) {
     }
 }
 
+// Those of a whole chain; none if a file that the library is handed as a text cannot be read, which
+// is then the failure itself.
+std::vector<EffectFacts> ProgramsOf(const EffectChain& effects) {
+    std::vector<EffectFacts> programs;
+    try {
+        for (const EffectDescription& effect : effects) {
+            const std::vector<EffectFacts> more = FactsOf(effect);
+            programs.insert(programs.end(), more.begin(), more.end());
+        }
+    } catch (const ToolError&) {
+        programs.clear();
+    }
+    return programs;
+}
+
 }  // namespace
 
 std::vector<EffectFacts> FactsOf(const EffectDescription& effect) {
@@ -82,16 +97,14 @@ std::vector<EffectFacts> FactsOf(const EffectDescription& effect) {
     return programs;
 }
 
-void ExplainFailure(const EffectChain& effects, const std::string& log) {
-    std::vector<EffectFacts> programs;
-    try {
-        for (const EffectDescription& effect : effects) {
-            const std::vector<EffectFacts> more = FactsOf(effect);
-            programs.insert(programs.end(), more.begin(), more.end());
-        }
-    } catch (const ToolError&) {
-        return;  // a file that cannot be read is the failure itself
+void PrintWarnings(const EffectChain& effects) {
+    for (const diagnostics::Finding& finding : diagnostics::find_warnings(ProgramsOf(effects))) {
+        PrintLine(diagnostics::full_text(finding));
     }
+}
+
+void ExplainFailure(const EffectChain& effects, const std::string& log) {
+    const std::vector<EffectFacts> programs = ProgramsOf(effects);
     for (const diagnostics::Finding& finding : diagnostics::explain_failure(programs, log)) {
         PrintLine(diagnostics::full_text(finding));
     }

@@ -13,6 +13,10 @@ namespace effect_render {
 /// entries of their own.
 std::vector<diagnostics::EffectFacts> FactsOf(const EffectDescription& effect);
 
+/// Prints a warning for each place of the authors' files that is drawn otherwise than it reads, or
+/// that the HLSL compiler will refuse. A file that cannot be read has none.
+void PrintWarnings(const EffectChain& effects);
+
 /// Prints where in the authors' files a failure comes from, if the shaders are the cause: each
 /// error with its line and a caret. Prints nothing otherwise.
 ///

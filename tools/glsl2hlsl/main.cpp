@@ -17,6 +17,7 @@
 #include "diagnostics/compiler_errors.h"
 #include "diagnostics/declarations.h"
 #include "diagnostics/source_errors.h"
+#include "diagnostics/traps/stage_warnings.h"
 #include "facts.h"
 #include "options.h"
 
@@ -45,8 +46,12 @@ ProgramSources sources_of(const Options& options) {
     return sources;
 }
 
+void say(const std::string& text) {
+    std::fprintf(stderr, "%s\n", text.c_str());
+}
+
 int fail(const std::string& line) {
-    std::fprintf(stderr, "%s\n", line.c_str());
+    say(line);
     return kExitFailed;
 }
 
@@ -63,9 +68,9 @@ int print(const std::string& vertex, const std::string& fragment) {
 int fail(const std::vector<diagnostics::Finding>& findings) {
     for (const diagnostics::Finding& finding : findings) {
         if (finding.line != 0) {
-            fail(diagnostics::full_text(finding));
+            say(diagnostics::full_text(finding));
         }
-        fail(diagnostics::error_line(finding));
+        say(diagnostics::error_line(finding));
     }
     return kExitFailed;
 }
@@ -104,6 +109,12 @@ int translate(const Options& options) {
         const bool is_vertex = failure.stage == ShaderStage::kVertex;
         return fail(std::vector<diagnostics::Finding>{diagnostics::parser_error(
             failure, program, maps, is_vertex ? options.vertex : options.fragment)});
+    }
+    if (options.warnings) {
+        for (const diagnostics::Finding& finding :
+             diagnostics::program_warnings(program, maps, facts_of(options))) {
+            say(diagnostics::full_text(finding));
+        }
     }
     if (!options.hlsl_log.empty()) {
         return explain(options, program, maps);

@@ -120,6 +120,9 @@ void describe(CLI::App& app, Options& options, std::vector<std::string>& params,
                    "sources as they go to the parser")
         ->check(CLI::IsMember({"hlsl", "glsl"}))
         ->capture_default_str();
+    app.add_flag(
+        "--no-warnings", [&options](int64_t) { options.warnings = false; },
+        "no warnings about what is drawn otherwise than it reads, or refused by the compiler");
     app.add_option("--hlsl-log", options.hlsl_log,
                    "messages of the HLSL compiler, such as a log of the library: each error is "
                    "shown at the GLSL that it came from")

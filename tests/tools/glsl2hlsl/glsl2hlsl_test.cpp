@@ -226,6 +226,37 @@ TEST_F(Glsl2HlslTest, AnErrorInAMacroNamesItsUse) {
               "e.frag:3:16");
 }
 
+TEST_F(Glsl2HlslTest, WarningsStandAtTheAuthorsLineAndCanBeSilenced) {
+    file("inc.glsl", "bool truth(float x) {\n    return bool(x);\n}\n");
+    const std::string fragment = file("f.frag", std::string("#include \"inc.glsl\"\n") + kHalf);
+    const std::string warning = path("inc.glsl") +
+                                ":2:12: warning: bool(x) is true for every x; write x != 0 "
+                                "[bool-cast]\n        return bool(x);\n               ^\n";
+    const ToolResult loud = run({fragment});
+    EXPECT_EQ(loud.status, 0);
+    EXPECT_NE(loud.err.find(warning), std::string::npos) << loud.err;
+    const ToolResult quiet = run({fragment, "--no-warnings"});
+    EXPECT_EQ(quiet.err.find("warning"), std::string::npos) << quiet.err;
+    EXPECT_EQ(quiet.out, loud.out);
+}
+
+TEST_F(Glsl2HlslTest, WarningsKnowWhatTheEffectHas) {
+    const std::string fragment =
+        file("f.frag", "vec4 FUNCNAME(vec2 tc) { return INPUT2(tc) * PREFIX(w)[1]; }\n");
+    const auto names = [this, &fragment](const std::vector<std::string>& more) {
+        std::vector<std::string> arguments{fragment};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        std::string found;
+        for (const std::string& line : run(arguments).err_lines()) {
+            found +=
+                line.find(": warning: ") != std::string::npos ? line.substr(line.rfind('[')) : "";
+        }
+        return found;
+    };
+    EXPECT_EQ(names({"--param", "float[]:w:4"}), "[input-number][scalar-array-parameter]");
+    EXPECT_EQ(names({"--param", "vec4[]:w:4", "--inputs", "2"}), "");
+}
+
 TEST_F(Glsl2HlslTest, MessagesOfTheHlslCompilerAreLedBack) {
     const std::string source = "vec4 FUNCNAME(vec2 tc) {\n  float k = asinh(tc.x);\n}\n";
     const std::string fragment = file("e.frag", source);
