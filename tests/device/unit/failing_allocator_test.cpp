@@ -139,4 +139,90 @@ TEST_F(FailingAllocatorTest, NothingLeaks) {
     EXPECT_LT(allocator::live() - before, 40);
 }
 
+// The same on an engine's render thread, where the work of a threaded engine is done. The thread
+// itself lives on: what it cannot finish fails alone.
+class RenderThreadAllocatorTest : public FakeHost {
+protected:
+    void SetUp() override {
+        FakeHost::SetUp();
+        start(Mode::threaded);
+        world.setRecording(false);
+    }
+    void TearDown() override {
+        world.setRecording(true);
+        FakeHost::TearDown();
+    }
+    void onRenderThread(const std::function<void()>& work) {
+        EXPECT_TRUE(engine
+                        ->PostTask(
+                            [&work] {
+                                work();
+                                return true;
+                            },
+                            true)
+                        .get());
+    }
+    /// Runs the scene with the first, second ... last allocation of the render thread failing, and
+    /// the check behind each; gives how many failed.
+    size_t sweep(const std::function<void()>& scene, const std::function<void()>& check) {
+        for (size_t nth = 1; nth < kManySteps && !HasFailure(); ++nth) {
+            onRenderThread([nth] { allocator::failNth(nth); });
+            try {
+                scene();
+            } catch (const std::bad_alloc&) {
+            }
+            bool struck = false;
+            onRenderThread([&struck] {
+                struck = allocator::struck();
+                allocator::failNth(0);
+            });
+            check();
+            if (!struck) {
+                return nth - 1;
+            }
+        }
+        return kManySteps;
+    }
+};
+
+TEST_F(RenderThreadAllocatorTest, Compiles) {
+    const Effect effect = makeEffectOf(host::kPass);
+    effect->SetVertexShaderText(host::kVertex);
+    effect->AddFlatInput(8, 8, 32, false);
+    ASSERT_EQ(0, init(effect));
+    EXPECT_GT(sweep([&] { init(effect); },
+                    [&] {
+                        ASSERT_EQ(0, init(effect)) << host::log::all();
+                        ASSERT_EQ(0, draw(effect));
+                        host::log::clear();
+                    }),
+              10u);
+}
+
+TEST_F(RenderThreadAllocatorTest, Draws) {
+    const Effect keeper = makeEffectOf(host::kPass);
+    keeper->AddFlatInput(8, 8, 32, false);
+    ASSERT_EQ(0, init(keeper));
+    const std::vector<uint8_t> pixels(256);
+    std::vector<uint8_t> buffer(67 * 41 * 4);
+    DrawParams params;
+    params.readback_buffer = buffer.data();
+    const auto prepare = [&] {
+        Effect effect = makeEffectOf(host::kPass);
+        effect->AddFlatInput(8, 8, 32, false);
+        effect->SetDepthTest(true);
+        EXPECT_EQ(0, init(effect));
+        effect->SetInputTexture(0, pixels.data(), 8, 8, 32, 4, false, 0);
+        return effect;
+    };
+    Effect effect = prepare();
+    EXPECT_GT(sweep([&] { draw(effect, params); },
+                    [&] {
+                        ASSERT_EQ(0, draw(effect, params)) << host::log::all();
+                        effect = prepare();
+                        host::log::clear();
+                    }),
+              3u);
+}
+
 }  // namespace
