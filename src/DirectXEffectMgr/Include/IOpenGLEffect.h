@@ -153,8 +153,9 @@ public:
     virtual int32_t ResizeEffect(uint32_t width, uint32_t height, uint32_t pitch,
                                  std::shared_ptr<IOpenGLEffect> self) = 0;
 
-    /// Slot 20. Copies a colour target into memory: B, G, R, A bytes, rows from the top. Runs on
-    /// the calling thread, with the immediate context: in threaded mode call it from inside a task.
+    /// Slot 20. Copies a colour target into memory: four bytes for each pixel, rows from the top,
+    /// the first byte Direct3D's blue and the effect's red. Runs on the calling thread, with the
+    /// immediate context: in threaded mode call it from inside a task.
     /// @param width, height  the effect's own size
     /// @param pitch  bytes from row to row of `buffer`, which holds `pitch` times `height` bytes
     /// @returns false if there is nothing to read or to write to, or the device failed (logged)

@@ -68,9 +68,8 @@ public:
     /// @param pitch          bytes from row to row of `pixels`
     /// @param slot           the host's pointer to its record; null as an address is refused
     /// @param map            the host's records and their sizes
-    /// @returns false if an object could not be made (logged): the record is freed and `*slot`
-    /// null,
-    ///          while an older key of it stays in `map` and must be erased by the host
+    /// @returns false if an object could not be made (logged): the record is freed and `*slot` is
+    ///          null, while an older key of it stays in `map` and must be erased by the host
     /// Calling thread, without a lock: in threaded mode call it from inside a task.
     virtual bool BindTextureData(const void* pixels, uint32_t width, uint32_t height,
                                  uint32_t pitch, GpuData** slot, GpuDataMap& map) = 0;

@@ -33,10 +33,8 @@ class Input;
 
 /// The one implementation of `IOpenGLEffect`; see there for what each operation does.
 ///
-/// The operations by file: DirectXEffect.cpp (life, state), DirectXEffectParameters.cpp,
-/// DirectXEffectInputs.cpp, DirectXEffectCompile.cpp,
-/// DirectXEffectTargets.cpp, DirectXEffectPipeline.cpp, DirectXEffectAttributes.cpp,
-/// DirectXEffectDraw.cpp, DirectXEffectReadback.cpp.
+/// The operations by file: DirectXEffect.cpp (life), and DirectXEffectX.cpp for each X of State,
+/// Parameters, Inputs, Compile, Targets, Pipeline, Attributes, Draw, Readback.
 ///
 /// No lock: host setters run on the caller's thread, the draw on the engine's, and the blocking of
 /// the draw keeps them apart. Plain flags and sizes are relaxed atomics all the same.
