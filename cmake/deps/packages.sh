@@ -8,6 +8,7 @@ declare -A package_groups=(
         python3 ffmpeg"
     [bench]="glslang-dev libspirv-cross-c-shared-dev spirv-tools"
     [fuzz]="clang libclang-rt-dev llvm"
+    [browser]="chromium chromium-driver"
     [checks]="clang-format clang-tidy cppcheck"
 )
 

@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # Makes what the builds stand on and says where it is.
 #
-#   setup.sh packages GROUP ...                     installs missing distribution packages:
-#                                                   native, windows, bench, fuzz, checks
-#   setup.sh build                                  makes the Windows dependencies that are missing
-#   setup.sh where opencv|glew|d3dcompiler          prints the folder; fails if it is not made yet
+#   setup.sh packages GROUP ...     installs missing distribution packages:
+#                                   native, windows, bench, fuzz, checks, browser
+#   setup.sh build                  makes the Windows dependencies that are missing
+#   setup.sh transitions            fetches the public transitions
+#   setup.sh where opencv|glew|d3dcompiler|transitions
+#                                   prints the folder; fails if it is not made yet
 set -euo pipefail
 
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
@@ -12,12 +14,13 @@ set -euo pipefail
 . "$deps_dir/d3dcompiler.sh"
 . "$deps_dir/opencv.sh"
 . "$deps_dir/glew.sh"
+. "$deps_dir/transitions.sh"
 
 windows_dependencies=(d3dcompiler glew opencv)
 
 build_missing() {
     local name folder
-    for name in "${windows_dependencies[@]}"; do
+    for name in "$@"; do
         folder=$("${name}_folder")
         [ -d "$cache_root/$folder" ] && continue
         say "making $name (once, kept in $cache_root/$folder)"
@@ -34,7 +37,8 @@ where() {
 
 case ${1:-} in
 packages) shift && install_packages "$@" ;;
-build) build_missing ;;
+build) build_missing "${windows_dependencies[@]}" ;;
+transitions) build_missing transitions ;;
 where) where "$2" ;;
-*) fail "usage: setup.sh packages GROUP ... | build | where NAME" ;;
+*) fail "usage: setup.sh packages GROUP ... | build | transitions | where NAME" ;;
 esac

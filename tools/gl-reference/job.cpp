@@ -35,11 +35,8 @@ Job read_fields(const nlohmann::json& json) {
     job.width = json.at("size").at(0).get<int>();
     job.height = json.at("size").at(1).get<int>();
     job.fragment = read_text(json.at("fragment").get<std::string>());
-    if (json.contains("vertex")) {
-        job.vertex = read_text(json.at("vertex").get<std::string>());
-    }
-    job.transition = json.at("kind").get<std::string>() == "transition";
     job.inputs = json.value("inputs", std::vector<std::string>());
+    job.samplers = json.value("samplers", std::vector<std::string>());
     for (const auto& frame : json.at("frames")) {
         job.frames.push_back(read_frame(frame));
     }

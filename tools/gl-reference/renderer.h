@@ -4,10 +4,10 @@
 
 namespace reference {
 
-/// Draws all frames of a job on the current context and writes their PNG files.
+/// Draws all frames of a transition's job and writes their pictures.
 ///
-/// Inputs are sampled with a linear filter and mirrored repeat; the target has 8 bits a channel.
-/// @throws std::runtime_error naming the file, or with the driver's text for a refused shader
+/// @throws std::runtime_error if a shader is refused, a picture cannot be read or written, or a
+///         uniform is wrong
 void render(const Job& job);
 
 }  // namespace reference

@@ -9,8 +9,21 @@ namespace {
 constexpr std::string_view kVersion = "#version 330 core\n";
 
 constexpr std::string_view kQuadVertex =
-    "in vec4 position;\nout vec2 tc;\nvoid main() {\n    tc = position.xy;\n"
+    "in vec4 position;\nvoid main() {\n"
     "    gl_Position = vec4(position.xy * 2.0 - 1.0, 0.0, 1.0);\n}\n";
+
+// The place in the picture, worked out as the library works it out: from the top, then turned over.
+// A bit more or less here would be another grain in everything that draws noise.
+constexpr std::string_view kPlace =
+    "vec2(gl_FragCoord.x / reference_size.x, "
+    "1.0 - (reference_size.y - gl_FragCoord.y) / reference_size.y)";
+
+constexpr std::string_view kOutputs = "uniform vec2 reference_size;\nout vec4 reference_color;\n";
+
+// What the library does behind an effect's own vertex shader, and OpenGL's range of depth.
+constexpr std::string_view kVertexEnd =
+    "\n#undef main\nvoid main() {\n    effect_main();\n    gl_Position.y = -gl_Position.y;\n"
+    "    gl_Position.z = 2.0 * gl_Position.z - gl_Position.w;\n}\n";
 
 // Globals of the assembled texts that desktop GLSL declares by itself.
 constexpr std::string_view kPredeclared[] = {"vec4 gl_FragCoord;\n", "out vec4 gl_Position;\n"};
@@ -36,29 +49,41 @@ std::string sampler_macros(size_t count) {
     return text + "#define INPUT(c) INPUT1(c)\n";
 }
 
-std::string effect_fragment(const Job& job) {
-    // With a vertex shader of its own the fragment text may read `tc` as an ordinary name.
-    return std::string(kVersion) + sampler_macros(job.inputs.size()) +
-           without_predeclared(job.fragment) +
-           "\nin vec2 tc;\nout vec4 reference_color;\nvoid main() {\n    reference_color = "
-           "FUNCNAME(tc);\n}\n";
-}
-
-std::string transition_fragment(const Job& job) {
-    return std::string(kVersion) + sampler_macros(job.inputs.size()) +
-           "uniform float progress;\nuniform float ratio;\nin vec2 tc;\nout vec4 "
-           "reference_color;\nvec4 getFromColor(vec2 c) { return INPUT1(c); }\nvec4 "
-           "getToColor(vec2 c) { return INPUT2(c); }\n#line 1\n" +
-           job.fragment + "\nvoid main() {\n    reference_color = transition(tc);\n}\n";
+std::string main_calling(std::string_view function, std::string_view place) {
+    std::string text = "\nvoid main() {\n    reference_color = ";
+    text.append(function).append("(").append(place).append(");\n}\n");
+    return text;
 }
 
 }  // namespace
 
-ShaderText complete_text(const Job& job) {
+ShaderText transition_text(const std::string& fragment, size_t inputs) {
+    ShaderText text;
+    text.vertex = std::string(kVersion).append(kQuadVertex);
+    text.fragment = std::string(kVersion) + sampler_macros(inputs);
+    text.fragment.append(kOutputs);
+    text.fragment +=
+        "uniform float progress;\nuniform float ratio;\n"
+        "vec4 getFromColor(vec2 c) { return INPUT1(c); }\n"
+        "vec4 getToColor(vec2 c) { return INPUT2(c); }\n"
+        "#define texture2D texture\n#line 1\n";
+    text.fragment += fragment + main_calling("transition", kPlace);
+    return text;
+}
+
+ShaderText effect_text(const AssembledProgram& program, size_t inputs) {
     ShaderText text;
     text.vertex = std::string(kVersion);
-    text.vertex += job.vertex.empty() ? std::string(kQuadVertex) : without_predeclared(job.vertex);
-    text.fragment = job.transition ? transition_fragment(job) : effect_fragment(job);
+    if (program.has_vertex) {
+        text.vertex += "#define main effect_main\n" + without_predeclared(program.vertex);
+        text.vertex += kVertexEnd;
+    } else {
+        text.vertex += kQuadVertex;
+    }
+    text.fragment = std::string(kVersion) + sampler_macros(inputs);
+    text.fragment.append(kOutputs).append(program.has_vertex ? "in vec2 tc;\n" : "");
+    text.fragment += without_predeclared(program.fragment);
+    text.fragment += main_calling("FUNCNAME", program.has_vertex ? "tc" : kPlace);
     return text;
 }
 

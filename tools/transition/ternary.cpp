@@ -86,16 +86,28 @@ private:
         if (wrap) {
             enclose(begin, end);
         }
+        operand(begin, question);
         part(question + 1, colon);
         part(colon + 1, end);
     }
 
     void part(size_t begin, size_t end) {
         size_t question = 0;
-        if (depth_ < kDepthLimit && at_top(begin, end, "?", question)) {
+        if (!at_top(begin, end, "?", question)) {
+            operand(begin, end);
+        } else if (depth_ < kDepthLimit) {
             ++depth_;
             ternary(begin, question, end, true);
             --depth_;
+        }
+    }
+
+    // The dialect ends a condition at the `=` of `!=` and such, and what stands behind it then
+    // falls apart: only an operand of several tokens in parentheses of its own is safe.
+    void operand(size_t begin, size_t end) {
+        const bool single = end < begin + 2;
+        if (!single && (!opens(tokens_[begin].text) || closing(tokens_, begin) != end - 1)) {
+            enclose(begin, end);
         }
     }
 

@@ -10,6 +10,7 @@
 #include "transition/ternary.h"
 #include "transition/tokens.h"
 #include "transition/uniforms.h"
+#include "transition/vector_matrix.h"
 
 namespace transition {
 
@@ -18,9 +19,10 @@ namespace {
 using Pass = std::string (*)(std::string_view text, std::vector<std::string>& notes);
 
 // In the order in which they are made.
-constexpr Pass kPasses[] = {remove_precision,  inline_local_macros, expand_nested_macros,
-                            rename_reserved,   initialize_bools,    split_for_headers,
-                            globals_to_macros, write_out_mod,       parenthesize_ternaries};
+constexpr Pass kPasses[] = {remove_precision,      inline_local_macros, expand_nested_macros,
+                            rename_reserved,       initialize_bools,    split_for_headers,
+                            globals_to_macros,     write_out_mod,       transpose_right_matrices,
+                            parenthesize_ternaries};
 
 // What a parameter's name becomes in the source.
 std::string use_of(const Param& param) {

@@ -30,8 +30,12 @@ INSTANTIATE_TEST_SUITE_P(
         TernaryCase{"x = a ? b : c ? d : e ? f : g;", "x = a ? b : (c ? d : (e ? f : g));"},
         TernaryCase{"f(a, b ? c : d);", "f(a, (b ? c : d));"},
         TernaryCase{"f(b ? c : d, a);", "f(b ? c : d, a);"},
+        TernaryCase{"x = a != b ? c : d - e;", "x = (a != b) ? c : (d - e);"},
+        TernaryCase{"float x = a ? 1. - p : (p);", "float x = a ? (1. - p) : (p);"},
+        TernaryCase{"x = (a) + (b) ? -c : f(d);", "x = ((a) + (b)) ? (-c) : (f(d));"},
+        TernaryCase{"x = a < b ? c : d > e ? f : g;", "x = (a < b) ? c : ((d > e) ? f : g);"},
         TernaryCase{"return a ? b : c;", "return a ? b : c;"},
-        TernaryCase{"{ x = f(a, g(b), c < d ? 1 : 2); }", "{ x = f(a, g(b), (c < d ? 1 : 2)); }"},
+        TernaryCase{"{ x = f(a, g(b), c < d ? 1 : 2); }", "{ x = f(a, g(b), ((c < d) ? 1 : 2)); }"},
         TernaryCase{"case 1: x = 2;", "case 1: x = 2;"}, TernaryCase{"a ?", "a ?"}));
 
 TEST(TernaryTest, VeryDeepNestingEnds) {
