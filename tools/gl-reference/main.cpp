@@ -62,9 +62,7 @@ bool succeeds(const std::string& name, Work work) {
     }
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
     Options options;
     int status = 0;
     if (!parse(argc, argv, options, status)) {
@@ -86,4 +84,15 @@ int main(int argc, char** argv) {
         status = succeeds(job, draw) ? status : 1;
     }
     return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "error: %s\n", error.what());
+        return 1;
+    }
 }
