@@ -47,6 +47,8 @@ ordered_json input_json(const effect_render::InputDescription& input) {
             return {{"target", input.target}};
         case effect_render::InputKind::Previous:
             return "previous";
+        case effect_render::InputKind::Stream:
+            return "stream";
     }
     return nullptr;
 }

@@ -184,6 +184,8 @@ GLuint Scene::input_texture(size_t index, size_t pass, GLuint previous) const {
             return extra_.at(static_cast<size_t>(input.target))->texture();
         case InputKind::Previous:
             return previous;
+        case InputKind::Stream:
+            break;  // comes with a command line only, not with a folder
     }
     return 0;
 }
