@@ -99,14 +99,19 @@ def at_once(work, items, jobs=None):
 # Lines of stderr that do not tell why an effect was refused: the compiler's warnings, and the log
 # behind what the tool has told with the author's line.
 NOISE = re.compile(r"^\s*$|: warning X\d+|^effect-render: error: .*: the effect does not compile$")
+# The same error at the author's line, and as the compiler and the front end tell it.
+AUTHOR_PLACE = re.compile(r"^\S+:\d+:\d+: error: ")
+COMPILER_LINE = re.compile(r"^HLSL\(|^Failed to compile|^codeDX:|^\d+: ")
 HLSL_PLACE = re.compile(r"[^\s(]*Shader@0x[0-9A-Fa-f]+")
 
 
 def shown_message(text, path, limit=30):
     """The lines of a program's stderr that are worth showing, with no path of this machine."""
     text = HLSL_PLACE.sub("HLSL", text.replace(str(path.parent) + "/", ""))
-    lines = [line.rstrip() for line in text.splitlines()]
-    return "\n".join([line for line in lines if not NOISE.search(line)][:limit])
+    lines = [line.rstrip() for line in text.splitlines() if not NOISE.search(line)]
+    if any(AUTHOR_PLACE.search(line) for line in lines):
+        lines = [line for line in lines if not COMPILER_LINE.search(line)]
+    return "\n".join(lines[:limit])
 
 
 def render(item, out, *, frames, size, rewrites=True):

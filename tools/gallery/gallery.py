@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Draws the sample effects and the public transitions and writes a page to look at them.
 
-gallery.py [--transitions FOLDER] [--out FOLDER] [--frames N] [--size WxH] [--parity FILE] [NAME ...]
+gallery.py [--transitions FOLDER] [--out FOLDER] [--frames N] [--size WxH] [--parity FILE]
+           [NAME ...]
 
 Writes FOLDER/index.html with everything beside it that it needs; it works from the file system,
 without a network. FOLDER/gallery.json tells for each one whether it was drawn, and if not, its
