@@ -29,6 +29,11 @@ class Item:
     message: str = ""                         # why it does not render; empty if it does
 
     @property
+    def key(self):
+        """Its own among all items: an effect and a transition may share a name."""
+        return f"{self.kind}-{self.name}"
+
+    @property
     def pictures(self):
         """The picture files that a transition is drawn with."""
         return [*FROM_TO, *[FURTHER] * len(self.info.get("samplers", []))]
@@ -83,11 +88,11 @@ def transitions(folder):
 
 
 def of_names(items, names):
-    """Those of the names, or all if there are none; ends the program for a name that is unknown."""
-    unknown = set(names) - {item.name for item in items}
+    """Those of the names or keys, or all if there are none; ends the program for an unknown one."""
+    unknown = set(names) - {text for item in items for text in (item.name, item.key)}
     if unknown:
         raise SystemExit("no such effect or transition: " + ", ".join(sorted(unknown)))
-    return [item for item in items if not names or item.name in names]
+    return [item for item in items if not names or item.name in names or item.key in names]
 
 
 def at_once(work, items, jobs=None):

@@ -70,7 +70,7 @@ def pictures_of(item, out, frames, size):
         if not catalog.render(item, pattern, frames=count, size=size):
             return 0
         files = [str(pattern) % frame for frame in range(count)]
-        strip = out / "pictures" / f"{item.name}.jpg"
+        strip = out / "pictures" / f"{item.key}.jpg"
         status, _, error = catalog.run([catalog.NATIVE / "picture-strip", strip, *files])
         if status != 0:
             raise RuntimeError(error)
@@ -87,12 +87,12 @@ def entry_of(item, out, frames, size, parity):
         glsl = [{"name": item.path.name, "text": item.path.read_text(errors="replace")}]
     print(f"{item.name}: " + ("drawn" if count else item.message.splitlines()[0]), flush=True)
     return {
-        "name": item.name, "kind": item.kind, "frames": count, "still": 3 * count // 8,
-        "pictures": f"pictures/{item.name}.jpg", "error": item.message,
+        "name": item.name, "kind": item.kind, "key": item.key, "frames": count, "still": 3 * count // 8,
+        "pictures": f"pictures/{item.key}.jpg", "error": item.message,
         "rule": rules.rule_for(item.message), "description": item.info.get("description", ""),
         "author": author_of(glsl[0]["text"]) if item.kind == "transition" else "",
         "params": params_of(effects, size), "notes": item.info.get("notes", []),
-        "glsl": glsl, "hlsl": shader_tabs(effects), "parity": parity.get(item.name),
+        "glsl": glsl, "hlsl": shader_tabs(effects), "parity": parity.get(item.key),
     }
 
 
@@ -101,7 +101,7 @@ def parity_rows(path):
     if not path or not Path(path).is_file():
         return {}
     rows = json.loads(Path(path).read_text())["rows"]
-    return {row["name"]: {"largest": row["largest"], "share": row["share"]} for row in rows
+    return {f"{row['kind']}-{row['name']}": {"largest": row["largest"], "share": row["share"]} for row in rows
             if "largest" in row and row["mode"] == "rewrites"}
 
 
@@ -126,7 +126,7 @@ def write_page(out, entries):
 
 
 def write_report(out, entries):
-    rows = [{key: entry[key] for key in ("name", "kind", "error", "rule", "notes")}
+    rows = [{key: entry[key] for key in ("name", "kind", "key", "error", "rule", "notes")}
             for entry in entries]
     (out / "gallery.json").write_text(json.dumps(rows, indent=1) + "\n")
 

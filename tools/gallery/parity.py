@@ -40,11 +40,11 @@ def measure(item, out, rewrites):
     catalog.describe(item, rewrites)
     folder = out / mode
     folder.mkdir(parents=True, exist_ok=True)
-    ours = folder / f"{item.name}-%d.png"
+    ours = folder / f"{item.key}-%d.png"
     if not item.info or not catalog.render(item, ours, frames=FRAMES, size=SIZE,
                                            rewrites=rewrites):
         return {**row, "error": item.message}
-    theirs = out / "opengl" / f"{item.name}-%d.png"
+    theirs = out / "opengl" / f"{item.key}-%d.png"
     theirs.parent.mkdir(exist_ok=True)
     error = reference_job.draw(item, theirs, FRAMES, SIZE)
     if error:

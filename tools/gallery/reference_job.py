@@ -33,7 +33,7 @@ def draw(item, out, frames, size):
         arguments = ["--effect", item.path, "--out", out, "--size", f"{size[0]}x{size[1]}",
                      "--frames", str(frames)]
     else:
-        job = out.with_name(item.name + ".json")
+        job = out.with_name(item.key + ".json")
         job.write_text(json.dumps(transition_job(item, out, frames, size)))
         arguments = [job]
     status, _, error = catalog.run([catalog.NATIVE / "gl-reference", *arguments])

@@ -81,10 +81,15 @@ const seen = new IntersectionObserver((entries) => {
   }
 }, { rootMargin: "400px" });
 
+/** What stands below a name: a transition's author, or the first words on an effect. */
+function subtitle(item) {
+  return item.author || item.description.replace(/^[^:]*: /, "");
+}
+
 function makeCard(item) {
   const card = make("button", "card");
   card.type = "button";
-  card.dataset.name = item.name;
+  card.dataset.key = item.key;
   const box = make("div", item.error ? "frames broken" : "frames");
   box.item = item;
   if (item.error) {
@@ -94,7 +99,7 @@ function makeCard(item) {
     seen.observe(box);
   }
   const caption = make("div", "caption");
-  caption.append(make("b", "", item.name), make("span", "", item.author || ""));
+  caption.append(make("b", "", item.name), make("span", "", subtitle(item)));
   card.append(box, caption);
   const player = new Player(box, item);
   const start = () => player.start();
@@ -253,7 +258,7 @@ function open(index) {
   tabs($("hlsl-tabs"), $("hlsl"), hlsl, "cbuffer ");
   $("previous").disabled = index === 0;
   $("next").disabled = index === shown.length - 1;
-  history.replaceState(null, "", `#${encodeURIComponent(item.name)}`);
+  history.replaceState(null, "", `#${encodeURIComponent(item.key)}`);
   (item.error ? $("close") : $("play")).focus({ preventScroll: true });
 }
 
@@ -369,8 +374,8 @@ function prepare(item) {
 }
 
 function openFromAddress() {
-  const name = decodeURIComponent(location.hash.slice(1));
-  const index = shown.findIndex((item) => item.name === name);
+  const key = decodeURIComponent(location.hash.slice(1));
+  const index = shown.findIndex((item) => item.key === key);
   if (index >= 0) open(index);
 }
 
