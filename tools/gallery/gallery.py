@@ -87,7 +87,8 @@ def entry_of(item, out, frames, size, parity):
         glsl = [{"name": item.path.name, "text": item.path.read_text(errors="replace")}]
     print(f"{item.name}: " + ("drawn" if count else item.message.splitlines()[0]), flush=True)
     return {
-        "name": item.name, "kind": item.kind, "key": item.key, "frames": count, "still": 3 * count // 8,
+        "name": item.name, "kind": item.kind, "key": item.key,
+        "frames": count, "still": 3 * count // 8,
         "pictures": f"pictures/{item.key}.jpg", "error": item.message,
         "rule": rules.rule_for(item.message), "description": item.info.get("description", ""),
         "author": author_of(glsl[0]["text"]) if item.kind == "transition" else "",
@@ -97,12 +98,12 @@ def entry_of(item, out, frames, size, parity):
 
 
 def parity_rows(path):
-    """Measured differences by name, of the pictures with rewrites."""
+    """Measured differences by key, of the pictures with rewrites."""
     if not path or not Path(path).is_file():
         return {}
     rows = json.loads(Path(path).read_text())["rows"]
-    return {f"{row['kind']}-{row['name']}": {"largest": row["largest"], "share": row["share"]} for row in rows
-            if "largest" in row and row["mode"] == "rewrites"}
+    return {f"{row['kind']}-{row['name']}": {key: row[key] for key in ("largest", "share")}
+            for row in rows if "largest" in row and row["mode"] == "rewrites"}
 
 
 def summary_of(entries):
