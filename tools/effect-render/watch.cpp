@@ -49,6 +49,10 @@ std::string InMilliseconds(std::chrono::steady_clock::time_point start) {
     return std::to_string(std::chrono::duration_cast<milliseconds>(taken).count()) + " ms";
 }
 
+std::string Files(size_t count) {
+    return std::to_string(count) + (count == 1 ? " file" : " files");
+}
+
 ExitStatus DrawTelling(const std::function<std::string()>& draw) {
     const auto start = std::chrono::steady_clock::now();
     try {
@@ -101,7 +105,7 @@ ExitStatus DrawAndWatch(int32_t count, const std::function<std::string()>& draw,
             NoteFilesRead(false);
             return status;
         }
-        PrintLine("effect-render: watching " + std::to_string(watch.Count()) + " files");
+        PrintLine("effect-render: watching " + Files(watch.Count()));
         if (!watch.Wait(stopped)) {
             NoteFilesRead(false);
             return ExitStatus::Success;
