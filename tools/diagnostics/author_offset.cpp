@@ -1,6 +1,5 @@
 #include "diagnostics/author_offset.h"
 
-#include "DirectXEffectMgr/Source/core/rewrite_alignment.h"
 #include "diagnostics/words.h"
 
 namespace diagnostics {
@@ -45,7 +44,12 @@ size_t enclosing_use(std::string_view text, size_t at) {
 }  // namespace
 
 size_t author_offset(std::string_view assembled, std::string_view rewritten, size_t offset) {
-    const size_t found = original_offset(assembled, rewritten, offset);
+    return author_offset(assembled, rewritten, RewriteAlignment(assembled, rewritten), offset);
+}
+
+size_t author_offset(std::string_view assembled, std::string_view rewritten,
+                     const RewriteAlignment& alignment, size_t offset) {
+    const size_t found = alignment.original_offset(offset);
     const std::string_view token = token_at(rewritten, token_begin(rewritten, offset));
     if (token == token_at(assembled, found)) {
         return found;

@@ -55,7 +55,10 @@ size_t StageReading::first_offset_of(const glsl::astNode& node) const {
 }
 
 std::optional<SourceLocation> StageReading::locate(size_t offset) const {
-    return map_.locate_assembled(author_offset(assembled_, text_, offset));
+    if (alignment_ == nullptr) {
+        alignment_ = std::make_unique<RewriteAlignment>(assembled_, text_);
+    }
+    return map_.locate_assembled(author_offset(assembled_, text_, *alignment_, offset));
 }
 
 }  // namespace diagnostics

@@ -3,11 +3,13 @@
 /// A stage that is parsed once more, with the way back from its tree to the author's files.
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "DirectXEffectMgr/Source/core/program_source.h"
+#include "DirectXEffectMgr/Source/core/rewrite_alignment.h"
 #include "glsl/ast.h"
 
 namespace diagnostics {
@@ -41,6 +43,7 @@ private:
     std::string text_;
     std::vector<size_t> line_starts_;  // of text_
     glsl::ptr<glsl::astTU> unit_;
+    mutable std::unique_ptr<RewriteAlignment> alignment_;  // made when first asked for
 };
 
 }  // namespace diagnostics

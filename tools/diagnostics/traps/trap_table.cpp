@@ -12,6 +12,9 @@ constexpr TrapRow kTraps[] = {
     {T::kTernaryArgument, "ternary-argument",
      "a ?: behind another argument swallows the arguments in front of it; put parentheses around "
      "it"},
+    {T::kNotEqualTernary, "not-equal-ternary",
+     "a ?: begins behind the != in its condition, as if x != (y ? a : b) were written; put "
+     "parentheses around the comparison, and around the parts if they hold operators"},
     {T::kVectorTimesMatrix, "vector-times-matrix",
      "vector * matrix draws as matrix * vector does; write transpose(m) * v"},
     {T::kMatrixSum, "matrix-sum",

@@ -12,6 +12,7 @@ enum class Trap {
     // expressions
     kChainedTernary,
     kTernaryArgument,
+    kNotEqualTernary,
     kVectorTimesMatrix,
     kMatrixSum,
     kMatrixColumn,

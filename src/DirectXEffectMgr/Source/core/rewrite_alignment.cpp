@@ -115,9 +115,10 @@ struct Region {
 // The lines between the nearest two that are the same in both texts; macro uses over several lines
 // and what is left of cut branches change their number.
 Region region_of(const std::vector<std::string_view>& original,
-                 const std::vector<std::string_view>& rewritten, size_t line) {
+                 const std::vector<std::string_view>& rewritten, const Anchors& anchors,
+                 size_t line) {
     Region region{0, original.size(), 0, rewritten.size()};
-    for (const auto& [in_original, in_rewritten] : anchors_of(original, rewritten)) {
+    for (const auto& [in_original, in_rewritten] : anchors) {
         if (in_rewritten == line) {
             return Region{in_original, in_original + 1, line, line + 1};
         }
@@ -229,25 +230,34 @@ std::optional<size_t> token_before(const std::vector<std::string_view>& tokens,
 
 }  // namespace
 
-size_t original_offset(std::string_view original, std::string_view rewritten, size_t offset) {
-    const std::string_view passed = rewritten.substr(0, std::min(offset, rewritten.size()));
+RewriteAlignment::RewriteAlignment(std::string_view original, std::string_view rewritten)
+    : original_(original),
+      rewritten_(rewritten),
+      from_lines_(lines_of(original)),
+      to_lines_(lines_of(rewritten)),
+      anchors_(anchors_of(from_lines_, to_lines_)) {}
+
+size_t RewriteAlignment::original_offset(size_t offset) const {
+    const std::string_view passed = rewritten_.substr(0, std::min(offset, rewritten_.size()));
     const auto line = static_cast<size_t>(std::count(passed.begin(), passed.end(), '\n'));
-    const std::vector<std::string_view> from_lines = lines_of(original);
-    const std::vector<std::string_view> to_lines = lines_of(rewritten);
-    const Region region = region_of(from_lines, to_lines, line);
+    const Region region = region_of(from_lines_, to_lines_, anchors_, line);
     const std::string_view from_text =
-        text_of(original, from_lines, region.original_first, region.original_last);
+        text_of(original_, from_lines_, region.original_first, region.original_last);
     const std::string_view to_text =
-        text_of(rewritten, to_lines, region.rewritten_first, region.rewritten_last);
+        text_of(rewritten_, to_lines_, region.rewritten_first, region.rewritten_last);
     const std::vector<std::string_view> from = tokens_of(from_text);
     const std::vector<std::string_view> to = tokens_of(to_text);
-    const std::optional<size_t> token = token_before(to, rewritten.data() + passed.size());
-    const auto from_begin = static_cast<size_t>(from_text.data() - original.data());
+    const std::optional<size_t> token = token_before(to, rewritten_.data() + passed.size());
+    const auto from_begin = static_cast<size_t>(from_text.data() - original_.data());
     if (!token) {
-        const bool at_the_end = to.empty() && line + 1 == to_lines.size();
+        const bool at_the_end = to.empty() && line + 1 == to_lines_.size();
         return from_begin + (at_the_end ? from_text.size() : 0);
     }
     const size_t partner = TokenMatch(from, to).partner(*token);
-    return partner < from.size() ? static_cast<size_t>(from[partner].data() - original.data())
+    return partner < from.size() ? static_cast<size_t>(from[partner].data() - original_.data())
                                  : from_begin + from_text.size();
+}
+
+size_t original_offset(std::string_view original, std::string_view rewritten, size_t offset) {
+    return RewriteAlignment(original, rewritten).original_offset(offset);
 }
