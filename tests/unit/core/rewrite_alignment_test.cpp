@@ -94,6 +94,21 @@ TEST(RewriteAlignmentTest, PositionsWithoutATokenBeforeThem) {
     EXPECT_EQ(original_offset("", "a", 1), 0u);
 }
 
+TEST(RewriteAlignmentTest, OfAStretchThatAllChangedEachLineIsFound) {
+    std::string original;
+    std::string rewritten;
+    for (int i = 0; i < 3000; ++i) {
+        original += "a = x ? b : c" + std::to_string(i) + ";\n";
+        rewritten += "a =( x )?( b ):( c" + std::to_string(i) + ");\n";
+    }
+    const RewriteAlignment alignment(original, rewritten);
+    for (const char* word : {"c7;", "c1500;", "c2999;"}) {
+        const std::string name(word, std::string(word).size() - 1);
+        const size_t behind = rewritten.find(name + ")") + name.size();
+        EXPECT_EQ(alignment.original_offset(behind), original.find(word)) << word;
+    }
+}
+
 TEST(RewriteAlignmentTest, LongLinesAndTextsStayFast) {
     std::string original;
     std::string rewritten;

@@ -230,6 +230,22 @@ std::optional<size_t> token_before(const std::vector<std::string_view>& tokens,
 
 }  // namespace
 
+namespace {
+
+// Of a long stretch that all changed and has as many lines as before, the one line.
+Region narrowed(const Region& region, size_t line) {
+    constexpr size_t kLongStretch = 40;  // lines; their tokens are still compared in a short time
+    const size_t originals = region.original_last - region.original_first;
+    const size_t rewrittens = region.rewritten_last - region.rewritten_first;
+    if (originals != rewrittens || originals <= kLongStretch) {
+        return region;
+    }
+    const size_t in_original = region.original_first + (line - region.rewritten_first);
+    return Region{in_original, in_original + 1, line, line + 1};
+}
+
+}  // namespace
+
 RewriteAlignment::RewriteAlignment(std::string_view original, std::string_view rewritten)
     : original_(original),
       rewritten_(rewritten),
@@ -240,7 +256,7 @@ RewriteAlignment::RewriteAlignment(std::string_view original, std::string_view r
 size_t RewriteAlignment::original_offset(size_t offset) const {
     const std::string_view passed = rewritten_.substr(0, std::min(offset, rewritten_.size()));
     const auto line = static_cast<size_t>(std::count(passed.begin(), passed.end(), '\n'));
-    const Region region = region_of(from_lines_, to_lines_, anchors_, line);
+    const Region region = narrowed(region_of(from_lines_, to_lines_, anchors_, line), line);
     const std::string_view from_text =
         text_of(original_, from_lines_, region.original_first, region.original_last);
     const std::string_view to_text =
