@@ -124,7 +124,8 @@ def render(item, out, *, frames, size, rewrites=True):
 
     Sets the item's message, and returns whether it was drawn.
     """
-    arguments = ["-o", out, "--size", f"{size[0]}x{size[1]}", "--frames", f"0-{frames - 1}"]
+    arguments = ["-o", out, "--size", f"{size[0]}x{size[1]}", "--frames", f"0-{frames - 1}",
+                 "--no-warnings"]
     if item.kind == "transition":
         arguments += ["--transition", item.path, *item.pictures]
         arguments += [] if rewrites else ["--no-rewrites"]

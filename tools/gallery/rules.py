@@ -9,8 +9,8 @@ RULES = [
     (r"X3511|unable to unroll",
      "A loop that samples an input must have a length that is known when it is compiled."),
     (r"X3000.*struct|struct .*X3000",
-     "A function cannot return a struct: every translated function ends in a value made by its "
-     "type's constructor, and a struct has none."),
+     "A function cannot return a struct, and a local one needs a value: every translated function "
+     "ends in a value made by its type's constructor, and a struct has none."),
     (r"not a valid constant expression",
      "The value of a constant at the top of the text must be made of numbers, operators and "
      "constructors alone."),

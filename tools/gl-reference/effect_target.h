@@ -22,7 +22,7 @@ public:
 private:
     int width_;
     int height_;
-    GLuint texture_ = 0;
+    GLuint texture_;
     GLuint plain_ = 0;  // framebuffer of the texture
     GLuint drawn_ = 0;  // the same, or the one with several samples
 };
