@@ -102,7 +102,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         }
         std::string for_stage;
         registry.movit::Effect::output_uniform_declarations(for_stage, choices.ConsumeBool());
-        if (buffer_size < (1 << 20) || choices.ConsumeIntegralInRange<int>(0, 20) == 0) {
+        if (buffer_size < (1 << 20) || choices.ConsumeIntegralInRange<int>(0, 20) == 20) {
             upload(registry, choices, buffer_size);
         }
     }

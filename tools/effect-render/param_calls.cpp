@@ -85,6 +85,7 @@ void SetArray(IOpenGLEffect& effect, const char* name, ParamType type,
         return;
     }
     std::vector<ParamArray> per_pass;
+    per_pass.reserve(values.size());
     for (const PackedValues& value : values) {
         per_pass.push_back(AsArray(type.kind, value));
     }
@@ -105,6 +106,7 @@ void SetPlainPerPass(IOpenGLEffect& effect, const char* name, ParamKind kind,
                      std::vector<PackedValues>& values) {
     if (kind == ParamKind::Int) {
         std::vector<int32_t*> ints;
+        ints.reserve(values.size());
         for (PackedValues& value : values) {
             ints.push_back(value.ints.data());
         }
@@ -112,6 +114,7 @@ void SetPlainPerPass(IOpenGLEffect& effect, const char* name, ParamKind kind,
         return;
     }
     std::vector<float*> floats;
+    floats.reserve(values.size());
     for (PackedValues& value : values) {
         floats.push_back(value.floats.data());
     }

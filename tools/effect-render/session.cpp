@@ -247,6 +247,7 @@ void Session::SetPictures(int32_t index, const InputDescription& input) {
     int32_t result = kResultOk;
     if (pictures.size() > 1) {
         std::vector<InputTexture> list;
+        list.reserve(pictures.size());
         for (const Picture& picture : pictures) {
             list.push_back(AsInputTexture(picture, input.nearest));
         }
