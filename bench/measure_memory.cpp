@@ -71,6 +71,15 @@ Section measure_memory(const std::string& title, const std::vector<Pair>& pairs)
                             "",
                             {median(theirs.peaks) / median(ours.peaks), 1},
                             ""});
+    const auto find = [&section, &title](const char* what, const char* unit, double mine,
+                                         double other) {
+        section.findings.push_back(
+            {title + ": " + what, "glslang + SPIRV-Cross",
+             format("1/%.0f (%.0f beside %.0f%s)", other / mine, mine, other, unit), "1/10",
+             outcome_of(mine * 10.0 <= other)});
+    };
+    find("allocations", "", median(ours.allocations), median(theirs.allocations));
+    find("peak heap", " KiB", median(ours.peaks), median(theirs.peaks));
     section.notes.push_back("medians over " + std::to_string(pairs.size()) +
                             " effects; every call of malloc, calloc, realloc and operator new in "
                             "the process counts, the result's own text included");

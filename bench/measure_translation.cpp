@@ -123,6 +123,27 @@ void add_summary(Section& section, const std::vector<Subject>& subjects, const T
     add("slowest of ours", static_cast<size_t>(slowest - times.ours.begin()));
 }
 
+// The summary's lines: each effect's own ratio, and the middle of them.
+void add_findings(Section& section, const std::string& title, const Times& times) {
+    constexpr double kWanted = 40.0;
+    const std::vector<size_t> order = by_ratio(times);
+    const auto ratio = [&times](size_t i) { return times.reference[i] / times.ours[i]; };
+    const double middle = ratio(order[order.size() / 2]);
+    const double slowest = *std::max_element(times.ours.begin(), times.ours.end());
+    std::vector<double> floors;
+    for (size_t i = 0; i < order.size(); ++i) {
+        floors.push_back(times.ours[i] / times.tokens[i]);
+    }
+    section.findings.push_back(
+        {title, "glslang + SPIRV-Cross",
+         format("1/%.1f (%.1f us beside %.0f us); the least 1/%.1f; the slowest effect %.1f us",
+                middle, median(times.ours), median(times.reference), ratio(order.front()), slowest),
+         "1/40 at the median", outcome_of(middle >= kWanted)});
+    section.findings.push_back(
+        {title, "a plain tokenizer (" + format("%.2f us", median(times.tokens)) + ")",
+         format("%.1f times", median(floors)), "", Outcome::kStated});
+}
+
 }  // namespace
 
 Section measure_translation(const std::string& title, const std::vector<Pair>& pairs,
@@ -144,6 +165,7 @@ Section measure_translation(const std::string& title, const std::vector<Pair>& p
         add_each(section, subjects, pairs, times);
     }
     add_summary(section, subjects, times);
+    add_findings(section, title, times);
     section.notes.push_back(std::to_string(pairs.size()) + " effects in rotation, medians of " +
                             std::to_string(scale.rounds) +
                             " interleaved rounds; bytes are those of the assembled GLSL; the "

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdarg>
 #include <cstdio>
 
 namespace bench {
@@ -45,6 +46,27 @@ void print(const Section& section) {
     std::fflush(stdout);
 }
 
+// As the summary shows it.
+const char* outcome_word(Outcome outcome) {
+    switch (outcome) {
+        case Outcome::kMet:
+            return "met";
+        case Outcome::kMissed:
+            return "missed";
+        case Outcome::kStated:
+            break;
+    }
+    return "stated";
+}
+
+nlohmann::ordered_json to_json(const Finding& finding) {
+    return {{"what", finding.what},
+            {"against", finding.against},
+            {"measured", finding.measured},
+            {"limit", finding.limit},
+            {"outcome", outcome_word(finding.outcome)}};
+}
+
 nlohmann::ordered_json to_json(const Section& section) {
     nlohmann::ordered_json rows = nlohmann::ordered_json::array();
     for (const std::vector<Cell>& row : section.rows) {
@@ -63,11 +85,17 @@ nlohmann::ordered_json to_json(const Section& section) {
 
 }  // namespace
 
-Cell::Cell(double value, int digits) : number(value), is_number(true) {
-    std::array<char, 64> buffer = {};
-    std::snprintf(buffer.data(), buffer.size(), "%.*f", digits, value);
-    text = buffer.data();
+std::string format(const char* pattern, ...) {
+    std::array<char, 256> buffer = {};
+    std::va_list arguments;
+    va_start(arguments, pattern);
+    std::vsnprintf(buffer.data(), buffer.size(), pattern, arguments);
+    va_end(arguments);
+    return buffer.data();
 }
+
+Cell::Cell(double value, int digits)
+    : text(format("%.*f", digits, value)), number(value), is_number(true) {}
 
 void Report::add(Section section) {
     print(section);
@@ -75,11 +103,15 @@ void Report::add(Section section) {
 }
 
 nlohmann::ordered_json Report::to_json() const {
-    nlohmann::ordered_json json = {{"rounds", rounds_}};
+    nlohmann::ordered_json summary = nlohmann::ordered_json::array();
+    nlohmann::ordered_json sections = nlohmann::ordered_json::object();
     for (const Section& section : sections_) {
-        json[section.title] = bench::to_json(section);
+        for (const Finding& finding : section.findings) {
+            summary.push_back(bench::to_json(finding));
+        }
+        sections[section.title] = bench::to_json(section);
     }
-    return json;
+    return {{"rounds", rounds_}, {"summary", summary}, {"sections", sections}};
 }
 
 }  // namespace bench

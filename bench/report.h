@@ -20,11 +20,36 @@ struct Cell {
     bool is_number = false;
 };
 
+/// How a measured value stands to its limit.
+enum class Outcome { kMet, kMissed, kStated };
+
+/// A row of the summary, which holds what the sections found beside the limits.
+struct Finding {
+    std::string what;
+    std::string against;
+    std::string measured;
+    std::string limit;  // empty: the value is only stated
+    Outcome outcome = Outcome::kStated;
+};
+
+/// A text made as by printf; cut behind 255 characters.
+#if defined(__GNUC__)
+__attribute__((format(printf, 1, 2)))
+#endif
+std::string
+format(const char* pattern, ...);
+
+/// Met or missed.
+inline Outcome outcome_of(bool met) {
+    return met ? Outcome::kMet : Outcome::kMissed;
+}
+
 struct Section {
     std::string title;
     std::vector<std::string> columns;
     std::vector<std::vector<Cell>> rows;
     std::vector<std::string> notes;  // a line each below the table
+    std::vector<Finding> findings;
 };
 
 class Report {
@@ -34,7 +59,8 @@ public:
     /// Prints the section at once and keeps it.
     void add(Section section);
 
-    /// Names of sections as keys, each with its rows as objects by column and its notes.
+    /// "rounds", "summary" with the findings of all sections in their order, and "sections": names
+    /// as keys, each with its rows as objects by column and its notes.
     nlohmann::ordered_json to_json() const;
 
 private:

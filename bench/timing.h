@@ -3,25 +3,11 @@
 /// Medians of interleaved runs.
 
 #include <algorithm>
-#include <chrono>
-#include <ctime>
 #include <vector>
 
-namespace bench {
+#include "clock.h"
 
-/// A point in time in microseconds. On Windows the clock on the wall, because work goes on in other
-/// threads there; else the processor time of this thread, which other programs on the machine
-/// disturb less.
-inline double now_us() {
-#if defined(_WIN32)
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return std::chrono::duration<double, std::micro>(now).count();
-#else
-    timespec now = {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e6 + static_cast<double>(now.tv_nsec) / 1e3;
-#endif
-}
+namespace bench {
 
 /// Microseconds that one call of `work` takes.
 template <class Work>
@@ -41,26 +27,50 @@ inline double median(std::vector<double> values) {
     return *middle;
 }
 
-/// Runs `work(i)` for i from 0 to `count` - 1 in turn, `rounds` times over, after one round that is
-/// not counted, and gives the median time of each i in microseconds, divided by `parts`. Going
-/// round instead of repeating one i keeps caches and branch predictors as they are when different
-/// effects follow one another.
+/// The times of several kinds of work that took turns, in microseconds.
+class Rounds {
+public:
+    explicit Rounds(size_t kinds) : times_(kinds) {}
+
+    void add(size_t kind, double us) { times_[kind].push_back(us); }
+
+    double median_of(size_t kind) const { return median(times_[kind]); }
+    double least_of(size_t kind) const {
+        return times_[kind].empty() ? 0.0
+                                    : *std::min_element(times_[kind].begin(), times_[kind].end());
+    }
+
+    /// The median over the rounds of one kind's time divided by another's of the same round: what
+    /// slows a round down slows both.
+    double ratio(size_t kind, size_t to) const {
+        std::vector<double> ratios;
+        for (size_t i = 0; i < std::min(times_[kind].size(), times_[to].size()); ++i) {
+            ratios.push_back(times_[kind][i] / times_[to][i]);
+        }
+        return median(std::move(ratios));
+    }
+
+private:
+    std::vector<std::vector<double>> times_;
+};
+
+/// Runs `work(i)` for i from 0 to `kinds` - 1 in turn, `rounds` times over, after one round that is
+/// not counted, and keeps the time of each, divided by `parts`. Going round instead of repeating
+/// one i keeps caches and branch predictors as they are when different effects follow one another;
+/// each round begins with another i, so that none always follows the same one's last traces.
 template <class Work>
-std::vector<double> medians_in_rotation(size_t count, int rounds, const Work& work,
-                                        double parts = 1.0) {
-    std::vector<std::vector<double>> times(count);
+Rounds in_rotation(size_t kinds, int rounds, const Work& work, double parts = 1.0) {
+    Rounds times(kinds);
     for (int round = -1; round < rounds; ++round) {
-        for (size_t i = 0; i < count; ++i) {
+        for (size_t n = 0; n < kinds; ++n) {
+            const size_t i = (n + static_cast<size_t>(round + 1)) % kinds;
             const double us = time_us([&work, i] { work(i); });
             if (round >= 0) {
-                times[i].push_back(us / parts);
+                times.add(i, us / parts);
             }
         }
     }
-    std::vector<double> medians(count);
-    std::transform(times.begin(), times.end(), medians.begin(),
-                   [](std::vector<double>& values) { return median(std::move(values)); });
-    return medians;
+    return times;
 }
 
 }  // namespace bench

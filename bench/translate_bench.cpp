@@ -15,6 +15,7 @@ namespace {
 struct Options {
     std::string json;
     std::string samples = ORVANE_SAMPLES;
+    std::string only;  // name of a part; empty: all
     bench::Scale scale;
     bool quick = false;
     bool strict = false;
@@ -48,15 +49,24 @@ int run(const Options& options) {
     const std::vector<bench::Pair> made = pairs_of(bench::make_effects(120), options.strict);
     const std::vector<bench::Pair> samples =
         pairs_of(bench::load_samples(options.samples), options.strict);
-    report.add(bench::measure_translation("translation: generated effects, both stages", made,
-                                          options.scale, false));
-    report.add(bench::measure_translation("translation: sample effects, the stages they bring",
-                                          samples, options.scale, true));
-    report.add(bench::measure_memory("memory: generated effects", made));
-    report.add(bench::measure_memory("memory: sample effects", samples));
-    report.add(bench::measure_growth(options.scale));
-    report.add(bench::measure_nesting(options.scale));
-    report.add(bench::measure_macros(options.scale));
+    const bench::Scale& scale = options.scale;
+    const auto wanted = [&options](const char* part) {
+        return options.only.empty() || options.only == part;
+    };
+    if (wanted("translation")) {
+        report.add(bench::measure_translation("translation, both stages", made, scale, false));
+        report.add(bench::measure_translation("translation, sample effects, the stages they bring",
+                                              samples, scale, true));
+    }
+    if (wanted("growth")) {
+        report.add(bench::measure_growth(scale));
+        report.add(bench::measure_nesting(scale));
+        report.add(bench::measure_macros(scale));
+    }
+    if (wanted("memory")) {
+        report.add(bench::measure_memory("memory of a translation", made));
+        report.add(bench::measure_memory("memory of a translation, sample effects", samples));
+    }
     if (!options.json.empty()) {
         std::ofstream file(options.json);
         file << report.to_json().dump(2) << '\n';
@@ -75,6 +85,7 @@ int main(int argc, char** argv) {
     CLI::App app("Measures the translation of effects, beside glslang with SPIRV-Cross.");
     app.add_option("--json", options.json, "write the tables to this file too");
     app.add_option("--samples", options.samples, "folder of the sample effects");
+    app.add_option("--only", options.only, "one part: translation, growth, memory");
     app.add_option("--rounds", options.scale.rounds, "timed runs of each thing")
         ->check(CLI::Range(1, 100000))
         ->capture_default_str();

@@ -12,8 +12,21 @@
 
 namespace {
 
+struct Part {
+    const char* name;
+    bench::Section (*measure)(const bench::FrameScale& scale);
+};
+
+// In the order in which they are measured and shown.
+constexpr Part kParts[] = {
+    {"compile", bench::measure_compile},   {"steady", bench::measure_steady_frame},
+    {"threads", bench::measure_threads},   {"slopes", bench::measure_slopes},
+    {"live", bench::measure_live_effects}, {"real", bench::measure_real_frames},
+};
+
 struct Options {
     std::string json;
+    std::string only;  // name of a part; empty: all
     bench::FrameScale scale;
     bool quick = false;
 };
@@ -24,12 +37,11 @@ int run(const Options& options) {
         throw std::runtime_error("the library's heap cannot be watched");
     }
     bench::Report report(options.scale.rounds);
-    report.add(bench::measure_compile(options.scale));
-    report.add(bench::measure_steady_frame(options.scale));
-    report.add(bench::measure_threads(options.scale));
-    report.add(bench::measure_slopes(options.scale));
-    report.add(bench::measure_live_effects(options.scale));
-    report.add(bench::measure_real_frames(options.scale));
+    for (const Part& part : kParts) {
+        if (options.only.empty() || options.only == part.name) {
+            report.add(part.measure(options.scale));
+        }
+    }
     if (!options.json.empty()) {
         std::ofstream file(options.json);
         file << report.to_json().dump(2) << '\n';
@@ -47,6 +59,8 @@ int main(int argc, char** argv) {
     Options options;
     CLI::App app("Measures compiles and frames of the library.");
     app.add_option("--json", options.json, "write the tables to this file too");
+    app.add_option("--only", options.only,
+                   "one part: compile, steady, threads, slopes, live, real");
     app.add_option("--rounds", options.scale.rounds, "timed blocks of each kind")
         ->check(CLI::Range(1, 1000))
         ->capture_default_str();

@@ -25,7 +25,8 @@ Section measure_real_frames(const FrameScale& scale);
 /// Threaded beside inline mode, and a bare hand-over between two threads.
 Section measure_threads(const FrameScale& scale);
 
-/// Time per draw and memory per effect with 1 to `live_effects` effects alive.
+/// Time per draw and memory per effect with 1 to `live_effects` effects alive, always the same one
+/// drawn and each in turn.
 Section measure_live_effects(const FrameScale& scale);
 
 /// Time over passes, instances and parameters.

@@ -29,13 +29,13 @@ fake::World& null_world();
 /// Waits until the device has done all that was given to it.
 void wait_for_device(ID3D11Device* device);
 
-/// Microseconds per call of each of `frames`, medians over `rounds` blocks of `count` calls. The
-/// blocks of the different kinds take turns; `after_block` runs inside the time of each.
+/// Microseconds per call of each of `frames`, in `rounds` blocks of `count` calls. The blocks of
+/// the different kinds take turns; `after_block` runs inside the time of each. A short block of a
+/// short frame is seldom cut by another program's turn on the processor.
 template <class AfterBlock>
-std::vector<double> block_medians(int rounds, int count,
-                                  const std::vector<std::function<void()>>& frames,
-                                  const AfterBlock& after_block) {
-    return medians_in_rotation(
+Rounds block_times(int rounds, int count, const std::vector<std::function<void()>>& frames,
+                   const AfterBlock& after_block) {
+    return in_rotation(
         frames.size(), rounds,
         [&frames, count, &after_block](size_t i) {
             for (int n = 0; n < count; ++n) {
@@ -44,6 +44,14 @@ std::vector<double> block_medians(int rounds, int count,
             after_block();
         },
         static_cast<double>(count));
+}
+
+/// Blocks of frames that take a microsecond or so: many, and short.
+constexpr int kShortBlock = 20;
+constexpr int kShortRounds = 50;  // for each round that was asked for
+
+inline Rounds short_block_times(int rounds, const std::vector<std::function<void()>>& frames) {
+    return block_times(rounds * kShortRounds, kShortBlock, frames, [] {});
 }
 
 }  // namespace bench

@@ -227,19 +227,18 @@ void HandFrame::unbind() {
     deferred_->PSSetShaderResources(0, 1, &no_view);
 }
 
-void HandFrame::execute() {
+HandFrame::Com<ID3D11DeviceContext> HandFrame::execute() {
     Com<ID3D11CommandList> list;
     check(deferred_->FinishCommandList(FALSE, &list), "FinishCommandList");
     Com<ID3D11DeviceContext> immediate;
     device_->GetImmediateContext(&immediate);
     immediate->ExecuteCommandList(list.Get(), FALSE);
+    return immediate;
 }
 
 void HandFrame::read_back() {
     deferred_->CopyResource(staging_.Get(), target_.texture.Get());
-    execute();
-    Com<ID3D11DeviceContext> immediate;
-    device_->GetImmediateContext(&immediate);
+    const Com<ID3D11DeviceContext> immediate = execute();
     D3D11_MAPPED_SUBRESOURCE mapped = {};
     HRESULT code = DXGI_ERROR_WAS_STILL_DRAWING;
     while (code == DXGI_ERROR_WAS_STILL_DRAWING) {

@@ -62,7 +62,7 @@ private:
     void fill_constants();
     void check_device();
     void unbind();
-    void execute();
+    Com<ID3D11DeviceContext> execute();
     void read_back();
 
     ID3D11Device* device_;  // the caller's

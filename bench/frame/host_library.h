@@ -62,7 +62,8 @@ public:
     Effect(const Engine& engine, EffectPlan plan);
 
     /// Draws one frame; throws if that fails.
-    void draw(const DrawParams& params = DrawParams());
+    void draw() { draw(plain_draw_); }
+    void draw(const DrawParams& params);
     /// Gives the input its picture, to be uploaded by the next draw.
     void set_streaming_picture();
 
@@ -71,6 +72,7 @@ public:
 
 private:
     EffectPlan plan_;
+    DrawParams plain_draw_;
     std::vector<uint8_t> pixels_;
     std::shared_ptr<IOpenGLEffect> effect_;
 };

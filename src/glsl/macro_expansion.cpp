@@ -316,6 +316,7 @@ bool Expansion::substitute(std::string_view arguments, std::string& body) const 
 bool Expansion::put(const char* upTo, std::string_view text, const char* goOnAt) {
     if (start_ == nullptr) {
         start_ = copied_ = upTo;
+        output_.reserve(static_cast<std::size_t>(end_ - upTo) + text.size());
     }
     output_.append(copied_, upTo);
     output_.append(text);

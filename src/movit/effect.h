@@ -21,7 +21,8 @@ using ParamTable = std::map<std::string, std::vector<Value>>;
 ///
 /// A table's entry is a vector by pass. Whoever reads takes the element of the current pass, or
 /// element 0 if there are fewer; a name that was registered once thus serves all passes. The tables
-/// know nothing of one another: a name may stand in several.
+/// know nothing of one another: a name may stand in several. No name is ever taken away, and an
+/// entry stays where it is.
 ///
 /// Not thread-safe. Nodes are made once and stay where they are; they are not copied.
 class Effect {

@@ -307,6 +307,8 @@ private:
     // --- draw (DirectXEffectDraw.cpp)
 
     [[nodiscard]] DrawSettings CurrentSettings() const;
+    /// Writes the size to the parameters that the library itself registers.
+    void SetSizeParameters(const DrawSettings& settings);
     void DrawPass(size_t pass, const DrawSettings& settings, const PipelineStates& states);
     /// The program of a pass; null, with a line in the log, if it has none.
     [[nodiscard]] const ProgramRecord* ProgramOfPass(size_t pass);
@@ -413,6 +415,11 @@ private:
     std::string vertex_text;
     std::shared_ptr<CDirectXEffectEngine> engine_owner_;  // a destroyed engine refuses, but stays
     std::shared_ptr<ResourcePoolDX> pool_owner_;
+    // Entries of iResolution and iResolutionOrig in the parameter table, which never loses one;
+    // null before InitProgram.
+    std::array<const std::vector<float*>*, 2> size_parameters_ = {};
+    // The entries of `attributes` in their order; that table loses none either.
+    std::vector<std::vector<VertexAttributeSlot>*> attribute_rows_;
     NameScratch name_scratch_;   // for the names that setters look up
     DeviceLeftovers leftovers_;  // of failed calls and replaced vertex data, until the next draw
     RefusalLog refusals_;        // numbers that the log was told of already

@@ -27,6 +27,13 @@ void set_name(VertexAttribute& attribute, std::string_view name) {
     attribute.name[length] = '\0';
 }
 
+// Eight bytes at once; a name's field is longer than that.
+bool is_element_name(const VertexAttribute& attribute) {
+    static constexpr char kWithEnd[] = "element";
+    static_assert(kElementName == kWithEnd && sizeof kWithEnd == 8);
+    return std::memcmp(attribute.name, kWithEnd, sizeof kWithEnd) == 0;
+}
+
 // A host's record, its name ended for sure.
 VertexAttributeSlot slot_of(const VertexAttribute& attribute) {
     VertexAttributeSlot slot;
@@ -161,7 +168,8 @@ void CDirectXEffect::fill_vertex_attribute(VertexAttributeSlot& slot, uint64_t b
         }
     }
     slot.attribute.dirty = false;
-    const int32_t position = FindVertexInput(slot);
+    const bool known = slot.vertex_input != kVertexInputUnknown;
+    const int32_t position = known ? slot.vertex_input : FindVertexInput(slot);
     if (position >= 0) {
         const UINT stride = slot.attribute.components * 4;
         const UINT offset = 0;
@@ -185,11 +193,17 @@ void CDirectXEffect::fill_element_attribute(VertexAttributeSlot& slot, uint64_t 
 }
 
 void CDirectXEffect::BindAttributes(size_t pass, PassDraw& draw) {
-    for (auto& [key, slots] : attributes) {
-        if (slots.empty()) {
+    if (attribute_rows_.size() != attributes.size()) {
+        attribute_rows_.clear();
+        for (auto& [key, slots] : attributes) {
+            attribute_rows_.push_back(&slots);
+        }
+    }
+    for (std::vector<VertexAttributeSlot>* const slots : attribute_rows_) {
+        if (slots->empty()) {
             continue;
         }
-        VertexAttributeSlot& slot = slot_of_pass(slots, pass);
+        VertexAttributeSlot& slot = slot_of_pass(*slots, pass);
         const VertexAttribute& attribute = slot.attribute;
         if (attribute.is_element) {
             const uint32_t units =
@@ -200,7 +214,7 @@ void CDirectXEffect::BindAttributes(size_t pass, PassDraw& draw) {
                                    ? static_cast<uint32_t>(index_count)
                                    : 0;
             fill_element_attribute(slot, index_count);
-        } else if (attribute.name != kElementName) {
+        } else if (!is_element_name(attribute)) {
             fill_vertex_attribute(slot, uint64_t{draw.vertices} * attribute.components * 4);
         }
     }

@@ -33,8 +33,11 @@ bool CDirectXEffect::InitProgram(std::shared_ptr<ResourcePoolDX> new_pool) {
     pick_first_variants(fragment_segments, fragment_segment_indices);
     pick_first_variants(vertex_segments, vertex_segment_indices);
     constexpr float kSizeBeforeTheFirstDraw[2] = {16.0F, 16.0F};
-    RegisterParamVec2("iResolution", kSizeBeforeTheFirstDraw);
-    RegisterParamVec2("iResolutionOrig", kSizeBeforeTheFirstDraw);
+    constexpr const char* kSizeNames[2] = {"iResolution", "iResolutionOrig"};
+    for (size_t i = 0; i < size_parameters_.size(); ++i) {
+        RegisterParamVec2(kSizeNames[i], kSizeBeforeTheFirstDraw);
+        size_parameters_[i] = &dx_effect->params_vec2[kSizeNames[i]];
+    }
     dx_effect->create_param_buffer(device, &deferred_context);
     const ProgramRecord former = program;
     if (!CompileProgram(program, {}, {}, false)) {

@@ -2,6 +2,8 @@
 
 #include <d3d11.h>
 
+#include <cstring>
+
 #include "DirectXEffectMgr/Source/DirectXEffect.h"
 #include "DirectXEffectMgr/Source/device_util.h"
 #include "DirectXEffectMgr/Source/dx_effect.h"
@@ -38,7 +40,7 @@ bool CDirectXEffect::RenderPass() {
     }
     leftovers_.clear();
     for (movit::Input* const input : inputs) {
-        if (input->type_name() == "FlatInputDX") {
+        if (!input->is_audio_input()) {
             static_cast<FlatInputDX*>(input)->release_frame_textures();
         }
     }
@@ -54,9 +56,7 @@ bool CDirectXEffect::RenderPass() {
         leftovers_.keep(states.no_write_state.Detach());
         return false;
     }
-    const float size[2] = {static_cast<float>(settings.width), static_cast<float>(settings.height)};
-    SetParamVec2("iResolution", size);
-    SetParamVec2("iResolutionOrig", size);
+    SetSizeParameters(settings);
     if (vertex_counts.size() > 1) {
         ReleaseAttributeBuffers(retired_attributes);
     }
@@ -69,6 +69,17 @@ bool CDirectXEffect::RenderPass() {
     }
     ResetPipeline(states);
     return DeliverPicture(settings);
+}
+
+// As SetParamVec2 would, without its search.
+void CDirectXEffect::SetSizeParameters(const DrawSettings& settings) {
+    const float size[2] = {static_cast<float>(settings.width), static_cast<float>(settings.height)};
+    for (const std::vector<float*>* const passes : size_parameters_) {
+        float* const first = passes == nullptr || passes->empty() ? nullptr : passes->front();
+        if (first != nullptr) {
+            std::memcpy(first, size, sizeof size);
+        }
+    }
 }
 
 DrawSettings CDirectXEffect::CurrentSettings() const {

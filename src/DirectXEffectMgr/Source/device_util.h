@@ -1,8 +1,8 @@
 #pragma once
 
-#include <cstdint>
+#include <d3d11.h>
 
-struct ID3D11Device;
+#include <cstdint>
 
 // Source names of the device reports; the line beside such a name is the line of the call.
 constexpr const char* kEffectSource = "src/DirectXEffectMgr/Source/DirectXEffect";
@@ -19,13 +19,21 @@ void release(T*& field) {
     }
 }
 
+/// Logs why a device is gone; see check_device().
+void report_removed(int32_t reason, const char* source, int32_t line);
+
 /// Asks the device whether it is still there and logs a failing answer; only reports, nothing
 /// stops or recovers.
 ///
 /// @param device  may be null: nothing is asked then
 /// @param source  one of the source names above
 /// @param line    line of the call, `__LINE__`
-void check_device(ID3D11Device* device, const char* source, int32_t line);
+inline void check_device(ID3D11Device* device, const char* source, int32_t line) {
+    const HRESULT reason = device != nullptr ? device->GetDeviceRemovedReason() : S_OK;
+    if (FAILED(reason)) {
+        report_removed(reason, source, line);
+    }
+}
 
 /// Tells whether a device call failed, and logs it if so.
 ///

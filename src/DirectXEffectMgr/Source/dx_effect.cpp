@@ -40,6 +40,7 @@ void DXEffect::create_param_buffer(ID3D11Device* new_device,
     release(pParamBuffer);
     param_bytes.clear();
     param_bytes.resize(static_cast<size_t>(param_buffer_size(*this)));
+    plan_.refresh(*this);  // now, so that the first draw need not allocate
     if (FAILED(make_constant_buffer(device, param_bytes.size(), pParamBuffer))) {
         log_error("Create pParamBuffer error!");
     }
@@ -47,7 +48,7 @@ void DXEffect::create_param_buffer(ID3D11Device* new_device,
 
 void DXEffect::upload_parameters(int32_t /*reserved*/, const std::string& /*prefix*/,
                                  int32_t* /*index*/, int32_t pass) {
-    const PassLayout layout = fill_pass(*this, pass, param_bytes);
+    const PassLayout layout = plan_.fill(*this, pass, param_bytes);
     last_padded_size = layout.last_padded_size;
     last_padding = layout.last_padding;
     instance_base = layout.instance_base;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "DirectXEffectMgr/Source/core/param_plan.h"
 #include "movit/effect.h"
 
 struct ID3D11Buffer;
@@ -49,4 +50,6 @@ public:
 
 private:
     void send_to_device();
+
+    ParamPlan plan_;  // of this registry
 };

@@ -1,5 +1,7 @@
 #include "glsl/hlsl/printer.h"
 
+#include <algorithm>
+
 #include "DirectXEffectMgr/Source/logging/logging.h"
 #include "glsl/hlsl/literals.h"
 #include "glsl/hlsl/naming.h"
@@ -26,8 +28,11 @@ size_t expectedSize(const astTU& unit) {
     constexpr size_t kFixed = 900;  // structs, textures, wrapper
     constexpr size_t kPerGlobal = 64;
     constexpr size_t kPerFunction = 400;
-    return kPrelude.size() + kFixed + kPerGlobal * unit.globals.size() +
-           kPerFunction * unit.functions.size();
+    // A long text grows once at most: growing copies, and touches memory that nothing was in yet.
+    constexpr size_t kTreeBytesPerByte = 5;
+    const size_t byParts = kPrelude.size() + kFixed + kPerGlobal * unit.globals.size() +
+                           kPerFunction * unit.functions.size();
+    return std::max(byParts, unit.home.footprint() / kTreeBytesPerByte);
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "DirectXEffectMgr/Source/core/param_copy.h"
+
 namespace {
 
 using movit::ParamType;
@@ -29,25 +31,6 @@ static_assert(std::size(kRules) == std::size(movit::kParamTypeWords), "a rule fo
 
 constexpr LayoutRule kUnknownRule = {0, 0, 4};
 
-// Rows and columns of a matrix; 1 for all other types.
-constexpr int32_t matrix_order(ParamType type) {
-    switch (type) {
-        case ParamType::kMat2:
-            return 2;
-        case ParamType::kMat3:
-            return 3;
-        case ParamType::kMat4:
-            return 4;
-        case ParamType::kInt:
-        case ParamType::kFloat:
-        case ParamType::kVec2:
-        case ParamType::kVec3:
-        case ParamType::kVec4:
-            break;
-    }
-    return 1;
-}
-
 constexpr const LayoutRule& rule_of(ParamType type) {
     return kRules[static_cast<size_t>(type)];
 }
@@ -58,8 +41,7 @@ constexpr int64_t run_bytes(const LayoutRule& rule, int64_t count) {
 }
 
 int32_t padded_by_rule(const LayoutRule& rule, int32_t count, int32_t offset, int32_t& padding) {
-    const int32_t beyond = offset % rule.alignment;
-    padding = beyond == 0 ? 0 : rule.alignment - beyond;
+    padding = -offset & (rule.alignment - 1);  // alignments are powers of two
     const int64_t size = padding + run_bytes(rule, count);
     if (count < 1 || offset + size > kMaxParamBytes) {
         padding = 0;
@@ -95,10 +77,9 @@ private:
 // Steps through the layout and copies values to their places.
 class ShadowWriter {
 public:
-    ShadowWriter(std::vector<uint8_t>& shadow, int32_t pass, int32_t instance, int32_t base)
-        : shadow_(shadow), pass_(pass), instance_(instance) {
-        layout_.instance_base = base;
-    }
+    ShadowWriter(std::vector<uint8_t>& shadow, int32_t pass, int32_t instance,
+                 const PassLayout& before)
+        : shadow_(shadow), pass_(pass), instance_(instance), layout_(before) {}
 
     const PassLayout& layout() const { return layout_; }
 
@@ -111,7 +92,7 @@ public:
         }
         const int32_t order = matrix_order(type);
         if (order == 1) {
-            std::memcpy(place, *picked, static_cast<size_t>(rule_of(type).bytes));
+            copy_value(place, *picked, rule_of(type).bytes);
         } else {
             copy_transposed(place, *picked, order);
         }
@@ -142,7 +123,7 @@ public:
         }
         const size_t bytes = static_cast<size_t>(rule_of(type).bytes);
         const uint8_t* const elements = static_cast<const uint8_t*>(picked->data);
-        std::memcpy(place, elements + static_cast<size_t>(instance_) * bytes, bytes);
+        copy_value(place, elements + static_cast<size_t>(instance_) * bytes, rule_of(type).bytes);
     }
 
 private:
@@ -160,15 +141,6 @@ private:
         return taken && place + needed <= static_cast<int64_t>(shadow_.size())
                    ? shadow_.data() + place
                    : nullptr;
-    }
-
-    // As bytes, so that no value changes on its way, not even one that is no number.
-    static void copy_transposed(uint8_t* place, const void* source, int32_t order) {
-        const uint8_t* const elements = static_cast<const uint8_t*>(source);
-        for (int32_t i = 0; i < order * order; ++i) {
-            const int32_t from = i % order * order + i / order;
-            std::memcpy(place + 4 * i, elements + 4 * from, 4);
-        }
     }
 
     static void copy_elements(const LayoutRule& rule, uint8_t* place, const void* source,
@@ -191,6 +163,24 @@ private:
 
 }  // namespace
 
+int32_t matrix_order(ParamType type) {
+    switch (type) {
+        case ParamType::kMat2:
+            return 2;
+        case ParamType::kMat3:
+            return 3;
+        case ParamType::kMat4:
+            return 4;
+        case ParamType::kInt:
+        case ParamType::kFloat:
+        case ParamType::kVec2:
+        case ParamType::kVec3:
+        case ParamType::kVec4:
+            break;
+    }
+    return 1;
+}
+
 int32_t padded_size(std::string_view type, int32_t count, int32_t offset, int32_t& padding) {
     const auto word =
         std::find(std::begin(movit::kParamTypeWords), std::end(movit::kParamTypeWords), type);
@@ -212,13 +202,22 @@ int32_t param_buffer_size(const movit::Effect& registry) {
 }
 
 PassLayout fill_pass(const movit::Effect& registry, int32_t pass, std::vector<uint8_t>& shadow) {
-    ShadowWriter writer(shadow, pass, 0, 0);
+    ShadowWriter writer(shadow, pass, 0, {});
     movit::walk_parameters(registry, writer);
+    return writer.layout();
+}
+
+PassLayout fill_arrays(const movit::Effect& registry, int32_t pass, const PassLayout& after_values,
+                       std::vector<uint8_t>& shadow) {
+    ShadowWriter writer(shadow, pass, 0, after_values);
+    movit::walk_arrays(registry, writer);
     return writer.layout();
 }
 
 void fill_instance(const movit::Effect& registry, int32_t instance, int32_t pass,
                    int32_t instance_base, std::vector<uint8_t>& shadow) {
-    ShadowWriter writer(shadow, pass, instance, instance_base);
+    PassLayout before;
+    before.instance_base = instance_base;
+    ShadowWriter writer(shadow, pass, instance, before);
     movit::walk_instance_parameters(registry, writer);
 }

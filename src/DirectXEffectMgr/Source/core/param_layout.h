@@ -41,6 +41,9 @@ int32_t padded_size(std::string_view type, int32_t count, int32_t offset, int32_
 /// The same for a known type.
 int32_t padded_size(movit::ParamType type, int32_t count, int32_t offset, int32_t& padding);
 
+/// Rows and columns of a matrix; 1 for all other types.
+int32_t matrix_order(movit::ParamType type);
+
 /// Size of the constant buffer for all that is registered, in bytes, a multiple of 16.
 int32_t param_buffer_size(const movit::Effect& registry);
 
@@ -55,6 +58,10 @@ struct PassLayout {
 /// are transposed. Allocates nothing. A null pointer, an element that the pass's array does not
 /// have, and a value that does not fit into the shadow whole are left out: the bytes there stay.
 PassLayout fill_pass(const movit::Effect& registry, int32_t pass, std::vector<uint8_t>& shadow);
+
+/// The array part of fill_pass(), behind plain values that ended with `after_values`.
+PassLayout fill_arrays(const movit::Effect& registry, int32_t pass, const PassLayout& after_values,
+                       std::vector<uint8_t>& shadow);
 
 /// Copies the instance parameters of one instance to their places from `instance_base` on. An array
 /// without element `instance` is left out, as above.
