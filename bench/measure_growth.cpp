@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstring>
 #include <stdexcept>
+#include <string_view>
 
 #include "ours.h"
 #include "sections.h"
@@ -98,9 +99,9 @@ EffectSource with_macros(int count) {
     return effect;
 }
 
-double memchr_us(const std::string& text, int rounds) {
+double memchr_us(std::string_view text, int rounds) {
     volatile char missing = '\x01';
-    const auto search = [&text, &missing](size_t) {
+    const auto search = [text, &missing](size_t) {
         if (std::memchr(text.data(), missing, text.size()) != nullptr) {
             throw std::logic_error("the byte that is searched for must not occur");
         }

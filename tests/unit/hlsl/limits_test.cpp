@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <algorithm>
+#include <ctime>
+#include <limits>
 
 #include "translate.h"
 
@@ -21,13 +23,18 @@ std::string repeated(const std::string& part, size_t count) {
     return result;
 }
 
+// Processor time, and the least of three: other programs on the machine count little.
 double millisecondsOf(const std::string& source) {
-    const auto start = std::chrono::steady_clock::now();
-    Translation t;
-    t.translate(source);
-    EXPECT_EQ(t.error, "");
-    const auto end = std::chrono::steady_clock::now();
-    return std::chrono::duration<double, std::milli>(end - start).count();
+    double least = std::numeric_limits<double>::max();
+    for (int i = 0; i < 3; ++i) {
+        const std::clock_t start = std::clock();
+        Translation t;
+        t.translate(source);
+        EXPECT_EQ(t.error, "");
+        least = std::min(least, 1000.0 * static_cast<double>(std::clock() - start) /
+                                    static_cast<double>(CLOCKS_PER_SEC));
+    }
+    return least;
 }
 
 // ---- long chains
