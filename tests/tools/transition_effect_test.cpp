@@ -63,7 +63,7 @@ TEST_F(TransitionEffectTest, TextKeepsItsLines) {
 
 TEST_F(TransitionEffectTest, RewritesAreNotedForTheAuthor) {
     const Job job = Make({picture_, picture_});
-    EXPECT_EQ(job.effects[0].notes.size(), 1u);  // mod
+    EXPECT_EQ(job.effects[0].notes.size(), 2u);  // mod, and the parts of the ?:
     EXPECT_NE(job.effects[0].fragment_text.find("floor("), std::string::npos);
 }
 

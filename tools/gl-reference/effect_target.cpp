@@ -24,9 +24,11 @@ void attach_buffer(GLenum attachment, GLenum format, GLsizei samples, int width,
 }  // namespace
 
 EffectTarget::EffectTarget(int width, int height, bool depth, bool msaa)
-    : width_(width), height_(height), texture_(empty_texture(width, height)) {
-    plain_ = make_framebuffer();
-    drawn_ = plain_;
+    : width_(width),
+      height_(height),
+      texture_(empty_texture(width, height)),
+      plain_(make_framebuffer()),
+      drawn_(plain_) {
     glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture_, 0);
     if (msaa) {
         drawn_ = make_framebuffer();
