@@ -82,17 +82,25 @@ constexpr Nest kNests[] = {
     {"parenthesis", "(0.5 + ", "tc.x"},
 };
 
-// Macro lines, each with a name of its own, of which a text of 10 KB uses one in a few.
+constexpr int kMostMacros = 200;
+
+// A text of 10 KB below macro lines, of which it uses one in four. The text is equally long
+// whatever `count` is: the lines that are not macros yet are comments, their uses numbers.
 EffectSource with_macros(int count) {
     EffectSource effect = make_large_effect(10000);
     std::string lines;
     std::string uses;
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < kMostMacros; ++i) {
         const std::string name = "MACRO_" + std::to_string(i);
-        lines += "#define " + name + " 0." + std::to_string(i + 1) + "\n";
+        const std::string number = "0." + std::to_string(i + 1);
+        const bool defined = i < count;
+        lines.append(defined ? "#define " : "//efine ").append(name).append(" ");
+        lines.append(number).append("\n");
         if (i % 4 == 0) {
-            uses += "float used_" + std::to_string(i) + "(float x) {\n    return x * " + name +
-                    ";\n}\n";
+            std::string value = defined ? name : number;
+            value.resize(name.size(), ' ');
+            uses.append("float used_").append(std::to_string(i));
+            uses.append("(float x) {\n    return x * ").append(value).append(";\n}\n");
         }
     }
     effect.fragment = lines + uses + effect.fragment;
