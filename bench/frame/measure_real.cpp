@@ -36,11 +36,12 @@ struct RealRow {
     double to_careful;
 };
 
-// Fewer frames where each takes longer.
+// Fewer frames where each takes longer. A block lasts a tenth of a second or more: the wait for its
+// end may take a turn of the system's scheduler, some milliseconds.
 int frames_of(const Size& size, const FrameScale& scale) {
     const double pixels = static_cast<double>(size.width) * size.height;
     const int fitting = static_cast<int>(scale.frames * 64.0 * 64.0 / pixels * 8.0);
-    return std::min(scale.frames, std::max(5, fitting));
+    return std::min(scale.frames * 5, std::max(5, fitting));
 }
 
 // Both sides of a comparison give the device the same work.
