@@ -48,13 +48,15 @@ def cross_arguments():
 
 
 def units():
-    """(name, command) of each source to look at."""
+    """The command of each source to look at, by the source's name."""
+    found = {}
     for entry in json.loads((BUILD / "compile_commands.json").read_text()):
         path = Path(entry["file"])
         if tree.ROOT in path.parents:
             name = path.relative_to(tree.ROOT).as_posix()
             if name.startswith(FOLDERS) and path.is_file() and is_wanted(entry):
-                yield name, entry
+                found.setdefault(name, entry)
+    return found
 
 
 def mark_of(entry):
@@ -76,7 +78,7 @@ def problems_of_unit(unit):
     mark = mark_of(entry)
     if mark is not None and mark.exists():
         return []
-    run = subprocess.run(["clang-tidy", "--quiet", "-p", str(BUILD), *ARGUMENTS, entry["file"]],
+    run = subprocess.run(["clang-tidy", "--quiet", "-p", str(MARKS), *ARGUMENTS, entry["file"]],
                          capture_output=True, text=True)
     found = [line.replace(str(tree.ROOT) + "/", "") for line in run.stdout.splitlines()
              if ": error:" in line or ": warning:" in line]
@@ -89,6 +91,10 @@ def problems_of_unit(unit):
 
 ARGUMENTS = cross_arguments()
 MARKS.mkdir(parents=True, exist_ok=True)
+UNITS = units()
+# A list of its own: clang-tidy would run every command that compiles a file, among them that of a
+# test program with a header that the other compiler has precompiled.
+(MARKS / "compile_commands.json").write_text(json.dumps(list(UNITS.values())))
 with ThreadPoolExecutor(2) as pool:
-    results = list(pool.map(problems_of_unit, list(units())))
+    results = list(pool.map(problems_of_unit, UNITS.items()))
 tree.finish("clang-tidy", sorted({p for problems in results for p in problems}))
