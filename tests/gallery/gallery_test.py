@@ -157,6 +157,8 @@ class GalleryTest(unittest.TestCase):
         self.browser.press(ESCAPE)
         self.assertTrue(wait_for(lambda: not self.is_open()))
         focused = "return document.activeElement.dataset.key"
+        # The browser first goes back to where it was, and the page from there to the picture.
+        wait_for(lambda: self.browser.run(focused) == EFFECT_KEYS[2])
         self.assertEqual(self.browser.run(focused), EFFECT_KEYS[2])
 
     def test_theme_changes(self):
