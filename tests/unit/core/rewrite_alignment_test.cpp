@@ -3,8 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 
 namespace {
+
+size_t original_offset(std::string_view original, std::string_view rewritten, size_t offset) {
+    return RewriteAlignment(original, rewritten).original_offset(offset);
+}
 
 // The word of `original` that the position just behind the last `mark` of `rewritten` leads to,
 // with its line: "3:word".

@@ -273,7 +273,3 @@ size_t RewriteAlignment::original_offset(size_t offset) const {
     return partner < from.size() ? static_cast<size_t>(from[partner].data() - original_.data())
                                  : from_begin + from_text.size();
 }
-
-size_t original_offset(std::string_view original, std::string_view rewritten, size_t offset) {
-    return RewriteAlignment(original, rewritten).original_offset(offset);
-}

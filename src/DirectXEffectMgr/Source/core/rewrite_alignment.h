@@ -8,21 +8,20 @@
 #include <utility>
 #include <vector>
 
-/// The place in `original` of the token that stands in front of a place of `rewritten`. Where the
-/// token came out of a macro, that is the macro's use; where it was put in, the token behind it.
-/// For tools, after an error: takes time about linear in the texts, but quadratic in a stretch of
-/// lines that all changed.
-///
-/// @param offset  in `rewritten`, as the parser reports it: just behind a token
-/// @returns offset of the token's first byte in `original`; its size if there is no such token
-size_t original_offset(std::string_view original, std::string_view rewritten, size_t offset);
-
-/// The same for many places of one text. The texts outlive it.
+/// Two texts, of which the parser made the second from the first. For tools, after an error. The
+/// texts outlive it.
 class RewriteAlignment {
 public:
     RewriteAlignment(std::string_view original, std::string_view rewritten);
 
-    /// As original_offset().
+    /// The place in the original of the token that stands in front of a place of the rewritten
+    /// text. Where the token came out of a macro, that is the macro's use; where it was put in, the
+    /// token behind it. Takes time about linear in the texts, but quadratic in a short stretch of
+    /// lines that all changed.
+    ///
+    /// @param offset  in the rewritten text, as the parser reports it: just behind a token
+    /// @returns offset of the token's first byte in the original; its size if there is no such
+    ///          token
     size_t original_offset(size_t offset) const;
 
 private:
