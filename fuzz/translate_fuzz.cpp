@@ -81,7 +81,8 @@ std::string translated(const Sources& sources, const Choices& chosen, bool with_
     if (with_failure) {
         const bool is_vertex = failure.stage == ShaderStage::kVertex;
         const std::string& original = is_vertex ? assembled.vertex : assembled.fragment;
-        fuzz::require(original_offset(original, failure.source, failure.offset) <= original.size(),
+        const RewriteAlignment alignment(original, failure.source);
+        fuzz::require(alignment.original_offset(failure.offset) <= original.size(),
                       "a failure has its place in the author's text");
     }
     return "refused";
