@@ -98,6 +98,25 @@ constexpr Nesting kNestings[] = {
     {"switch (a) { case 1: ", "}"},
 };
 
+// Lines of which each is made of the one before: `@` is a line's number, `^` the one before it.
+struct Ladder {
+    const char* first;
+    const char* rung;
+};
+
+constexpr Ladder kLadders[] = {
+    {"const float k0 = 1.5;\n", "const float k@ = k^ * k^;\n"},
+    {"const double k0 = 1.5lf;\n", "const double k@ = -k^ - 2.0lf;\n"},
+    {"const int k0 = 3;\n", "const int k@ = k^ + k^;\nfloat j@[k^];\n"},
+    {"#define k0 a\n", "#define k@ k^ + k^\n"},
+    {"#define k0(x) x\n", "#define k@(x) k^(x) * k^(x)\n"},
+    {"float k0(float x) { return x; }\n", "float k@(float x) { return k^(k^(x)); }\n"},
+    {"struct k0 { float a; };\n", "struct k@ { k^ a, b[2]; };\n"},
+    {"float k0;\n", "float k@ = (k^ > 0.0 ? k^ : -k^);\n"},
+    {"float k0 = 1.0;\n", "float k@ = mix(k^, mod(k^, k^), k^);\n"},
+    {"#ifdef k0\n#else\n", "#ifndef k^\n#define k@ 1\n#else\n#endif\n#endif\n"},
+};
+
 class Mutator {
 public:
     Mutator(std::string text, size_t max_size, uint32_t seed)
@@ -107,7 +126,7 @@ public:
         const size_t length = std::min(text_.find('\0'), text_.size());
         const std::string tail = text_.substr(length, kTail);
         text_.resize(length);
-        switch (below(5)) {
+        switch (below(6)) {
             case 0:
                 text_ = program();
                 break;
@@ -119,6 +138,9 @@ public:
                 break;
             case 3:
                 nest();
+                break;
+            case 4:
+                insert(ladder());
                 break;
             default:
                 repeat();
@@ -132,6 +154,28 @@ private:
 
     std::string program() {
         return glsl::RandomSource(static_cast<uint32_t>(random_()), below(3) == 0).source();
+    }
+
+    static std::string replaced(const char* form, size_t number) {
+        std::string result;
+        for (const char* at = form; *at != '\0'; ++at) {
+            if (*at == '@' || *at == '^') {
+                result += std::to_string(*at == '@' ? number : number - 1);
+            } else {
+                result += *at;
+            }
+        }
+        return result;
+    }
+
+    std::string ladder() {
+        const Ladder& form = kLadders[below(std::size(kLadders))];
+        std::string result = form.first;
+        const size_t rungs = 1 + below(below(3) == 0 ? 100 : 10);
+        for (size_t i = 1; i <= rungs; ++i) {
+            result += replaced(form.rung, i);
+        }
+        return result;
     }
 
     std::string line_of(const std::string& lines) {

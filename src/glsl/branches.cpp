@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstring>
 
 #include "glsl/char_class.h"
@@ -15,6 +16,22 @@ namespace {
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 constexpr std::size_t kElseLength = 5;   // "#else"
 constexpr std::size_t kEndifLength = 6;  // "#endif"
+constexpr std::size_t kFar = 4096;       // more is not moved to close a gap
+
+// Where the line of [first, last) ends, if no directive shares it and its length is no burden; else
+// kNone. Blanks in front of such an end are nothing to anyone.
+std::size_t endOfPlainLine(const SourceText& text, std::size_t first, std::size_t last) {
+    const char* behind = text.data() + last;
+    const char* far = behind + std::min<std::size_t>(kFar, text.length() - last);
+    behind = findEither(behind, far, '\n', '#');
+    const char* before = text.data() + first;
+    far = before - std::min(kFar, first);
+    while (before != far && before[-1] != '\n' && before[-1] != '#') {
+        --before;
+    }
+    const bool is_plain = *behind == '\n' && before != text.data() && before[-1] == '\n';
+    return is_plain ? static_cast<std::size_t>(behind - text.data()) : kNone;
+}
 
 }  // namespace
 
@@ -38,18 +55,27 @@ std::size_t lexer::nextDirective(std::size_t from, std::string_view& word) const
 }
 
 // Next #endif from `from` on; kNone if there is none. What a scan found serves the later ones, so
-// that many open conditionals do not search the same text again and again.
+// that many open conditionals do not search the same text again and again. Not those behind a
+// quote: what the scan took for a comment there may be a string to the reader.
 std::size_t lexer::nextEndif(std::size_t from) {
-    if (endif_known_ && from >= endif_from_ && from <= endif_at_) {
-        return endif_at_;
+    std::size_t at = from;
+    if (endif_known_ && from >= endif_from_ && from <= std::min(endif_at_, quote_at_)) {
+        if (endif_stands_) {
+            return endif_at_;
+        }
+        at = endif_at_;
+    } else {
+        endif_from_ = from;
+        const char* quote = findByte(source_.data() + from, source_.end(), '"');
+        quote_at_ = static_cast<std::size_t>(quote - source_.data());
     }
     std::string_view word;
-    std::size_t at = nextDirective(from, word);
+    at = nextDirective(at, word);
     while (at != kNone && word != "endif") {
         at = nextDirective(at + 1, word);
     }
-    endif_known_ = !has_quotes_;
-    endif_from_ = from;
+    endif_known_ = true;
+    endif_stands_ = true;
     endif_at_ = at;
     return at;
 }
@@ -114,9 +140,33 @@ void lexer::takeElse(std::size_t at) {
     removeAhead(at, kElseLength);
     const std::size_t endif = nextEndif(at + kElseLength);
     if (endif != kNone) {
-        removeAhead(endif, kEndifLength);
+        removeEndif(endif);
         popCondition();
     }
+}
+
+// Takes the #endif at `at` out of the text. With much text in front of it, the rest of its line
+// moves up instead and blanks go to the line's end; so conditionals in each other's #else do not
+// move the same text once for each of them.
+void lexer::removeEndif(std::size_t at) {
+    // Behind a blank the search for the next one may go on here: the seam joins nothing.
+    const bool serves = endif_known_ && endif_at_ == at && isClass(byteAt(at - 1), kBlank);
+    const bool is_far = at - position_.index > kFar;
+    std::size_t end = is_far ? endOfPlainLine(source_, at, at + kEndifLength) : kNone;
+    if (end > quote_at_) {
+        end = kNone;  // the line may be a piece of a string
+    }
+    if (end == kNone) {
+        removeAhead(at, kEndifLength);
+        endif_at_ = at + kEndifLength;
+    } else {
+        char* gap = source_.data() + at;
+        std::memmove(gap, gap + kEndifLength, end - at - kEndifLength);
+        std::memset(source_.data() + end - kEndifLength, ' ', kEndifLength);
+        endif_at_ = at;
+    }
+    endif_known_ = serves;
+    endif_stands_ = false;
 }
 
 // Replaces [from, to), which lies at or ahead of the reader, by its newlines.

@@ -45,8 +45,23 @@ astExpression* valueOf(const astExpression* identifier) {
 struct parser::impl::Constant {
     ExpressionKind kind = ExpressionKind::intConstant;
     std::uint64_t bits = 0;         // of the value, zero above it
-    std::string text;               // of a float or double; empty for any other kind
+    std::string joined;             // text of a folded float or double
     astExpression* node = nullptr;  // the node it was taken from, while it is unchanged
+
+    // As written or joined; empty for any other kind than float and double.
+    std::string_view text() const {
+        if (node == nullptr) {
+            return joined;
+        }
+        switch (kind) {
+            case ExpressionKind::floatConstant:
+                return as<astFloatConstant>(node)->text;
+            case ExpressionKind::doubleConstant:
+                return as<astDoubleConstant>(node)->text;
+            default:
+                return {};
+        }
+    }
 
     std::uint32_t low() const { return static_cast<std::uint32_t>(bits); }
     std::int32_t asInt() const { return static_cast<std::int32_t>(low()); }
@@ -59,7 +74,7 @@ struct parser::impl::Constant {
         bits = value;
         node = nullptr;
         if (what != ExpressionKind::floatConstant && what != ExpressionKind::doubleConstant) {
-            text.clear();
+            joined.clear();
         }
     }
     void become(std::int32_t value) {
@@ -88,6 +103,7 @@ public:
 private:
     bool fail() { return parser_.reportError("invalid operation in constant expression"); }
     static void load(astExpression* constant, Constant& into);
+    bool ownText(Constant& constant, std::size_t more);
     bool foldMinus(Constant& operand);
     bool foldPlus(const Constant& operand);
     bool foldChain(astExpression* expression, Constant& into);
@@ -95,7 +111,7 @@ private:
     template <class T>
     bool applyInteger(Constant& left, Operator id, T a, T b);
     template <class T>
-    bool applyReal(Constant& left, Operator id, T a, T b, const std::string& right_text);
+    bool applyReal(Constant& left, Operator id, T a, T b, std::string_view right_text);
     bool applyBool(Constant& left, Operator id, bool a, bool b);
     template <class T>
     static bool compare(Constant& left, Operator id, T a, T b);
@@ -138,11 +154,9 @@ void parser::impl::Evaluator::load(astExpression* constant, Constant& into) {
             break;
         case ExpressionKind::floatConstant:
             into.become(as<astFloatConstant>(constant)->value);
-            into.text = as<astFloatConstant>(constant)->text;
             break;
         case ExpressionKind::doubleConstant:
             into.become(as<astDoubleConstant>(constant)->value);
-            into.text = as<astDoubleConstant>(constant)->text;
             break;
         case ExpressionKind::boolConstant:
             into.become(as<astBoolConstant>(constant)->value);
@@ -154,21 +168,38 @@ void parser::impl::Evaluator::load(astExpression* constant, Constant& into) {
     into.node = constant;
 }
 
-bool parser::impl::Evaluator::foldMinus(Constant& operand) {
-    switch (operand.kind) {
-        case ExpressionKind::intConstant:
-            operand.become(static_cast<std::int32_t>(0 - operand.low()));
-            return true;
-        case ExpressionKind::floatConstant:
-            operand.become(-operand.asFloat());
-            break;
-        case ExpressionKind::doubleConstant:
-            operand.become(-operand.asDouble());
-            break;
-        default:
-            return fail();
+// Lets `constant` have a text of its own, for `more` bytes to be written into it. Texts made of
+// texts can double with each constant, so the bytes written in all of them are limited.
+bool parser::impl::Evaluator::ownText(Constant& constant, std::size_t more) {
+    const std::string_view shared = constant.node == nullptr ? "" : constant.text();
+    if (shared.size() + more > parser_.constant_text_left_) {
+        return parser_.reportError("Out of memory");
     }
-    operand.text.insert(0, 1, '-');
+    parser_.constant_text_left_ -= shared.size() + more;
+    if (constant.node != nullptr) {
+        constant.joined = shared;
+    }
+    return true;
+}
+
+bool parser::impl::Evaluator::foldMinus(Constant& operand) {
+    if (operand.kind == ExpressionKind::intConstant) {
+        operand.become(static_cast<std::int32_t>(0 - operand.low()));
+        return true;
+    }
+    const bool is_float = operand.kind == ExpressionKind::floatConstant;
+    if (!is_float && operand.kind != ExpressionKind::doubleConstant) {
+        return fail();
+    }
+    if (!ownText(operand, operand.text().size() + 1)) {
+        return false;
+    }
+    operand.joined.insert(0, 1, '-');
+    if (is_float) {
+        operand.become(-operand.asFloat());
+    } else {
+        operand.become(-operand.asDouble());
+    }
     return true;
 }
 
@@ -209,9 +240,9 @@ bool parser::impl::Evaluator::apply(Constant& left, Operator id, const Constant&
         case ExpressionKind::uintConstant:
             return applyInteger(left, id, left.low(), right.low());
         case ExpressionKind::floatConstant:
-            return applyReal(left, id, left.asFloat(), right.asFloat(), right.text);
+            return applyReal(left, id, left.asFloat(), right.asFloat(), right.text());
         case ExpressionKind::doubleConstant:
-            return applyReal(left, id, left.asDouble(), right.asDouble(), right.text);
+            return applyReal(left, id, left.asDouble(), right.asDouble(), right.text());
         case ExpressionKind::boolConstant:
             return applyBool(left, id, left.asBool(), right.asBool());
         default:
@@ -303,28 +334,33 @@ bool parser::impl::Evaluator::applyInteger(Constant& left, Operator id, T a, T b
 // The result keeps a readable text: both texts with the operator between them.
 template <class T>
 bool parser::impl::Evaluator::applyReal(Constant& left, Operator id, T a, T b,
-                                        const std::string& right_text) {
+                                        std::string_view right_text) {
     if (compare(left, id, a, b)) {
         return true;
     }
+    T value = 0;
     switch (id) {
         case Operator::multiply:
-            left.become(a * b);
+            value = a * b;
             break;
         case Operator::divide:
-            left.become(a / b);  // by zero: infinity or no number, as the processor has it
+            value = a / b;  // by zero: infinity or no number, as the processor has it
             break;
         case Operator::plus:
-            left.become(a + b);
+            value = a + b;
             break;
         case Operator::minus:
-            left.become(a - b);
+            value = a - b;
             break;
         default:
             return fail();
     }
-    left.text += operatorText(id);
-    left.text += right_text;
+    const std::string_view sign = operatorText(id);
+    if (!ownText(left, sign.size() + right_text.size())) {
+        return false;
+    }
+    left.joined.append(sign).append(right_text);
+    left.become(value);
     return true;
 }
 
@@ -360,10 +396,10 @@ astExpression* parser::impl::Evaluator::node(const Constant& constant) {
             return parser_.make<astUIntConstant>(constant.low());
         case ExpressionKind::floatConstant:
             return parser_.make<astFloatConstant>(constant.asFloat(),
-                                                  parser_.home_->copy(constant.text));
+                                                  parser_.home_->copy(constant.text()));
         case ExpressionKind::doubleConstant:
             return parser_.make<astDoubleConstant>(constant.asDouble(),
-                                                   parser_.home_->copy(constant.text));
+                                                   parser_.home_->copy(constant.text()));
         default:
             return parser_.make<astBoolConstant>(constant.asBool());
     }

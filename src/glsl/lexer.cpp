@@ -158,7 +158,6 @@ lexer::lexer(const char* source, arena& texts, arena& scratch)
     limits_.longest = kGrowthBase + kGrowthPerByte * length;
     limits_.work_left = kWorkBase + kWorkPerByte * length;
     source_.assign(source, length, 0);
-    has_quotes_ = findByte(source_.data(), source_.end(), '"') != source_.end();
     if (!rewriteTernaries(source_)) {
         error_ = kOutOfMemory;
     }

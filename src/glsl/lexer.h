@@ -111,6 +111,7 @@ private:
     void keepBranch();
     void cutBranch();
     void takeElse(std::size_t at);
+    void removeEndif(std::size_t at);
     void replaceByNewlines(std::size_t from, std::size_t to);
     void removeAhead(std::size_t at, std::size_t count);
     bool topIs(bool value) const {
@@ -135,10 +136,11 @@ private:
     symbol nameless_;  // name of an identifier token after an error
     symbolTable names_;
     std::vector<bool> condition_stack_;
-    bool has_quotes_ = false;   // a comment to one scan may be a string to another
-    bool endif_known_ = false;  // the next #endif from endif_from_ on stands at endif_at_
+    bool endif_known_ = false;   // no #endif stands in [endif_from_, endif_at_),
+    bool endif_stands_ = false;  // and one, or the text's end, at endif_at_
     std::size_t endif_from_ = 0;
     std::size_t endif_at_ = 0;
+    std::size_t quote_at_ = 0;               // no quote stands in [endif_from_, quote_at_)
     std::uint32_t worked_up_to_ = 0;         // directives in front of it are worked
     std::vector<WorkedConditional> worked_;  // those that a restored position can reach again
     std::vector<Cut>* cuts_ = nullptr;       // null if nobody asks

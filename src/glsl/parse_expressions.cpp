@@ -204,11 +204,8 @@ astExpression* parser::impl::parseField(astExpression* operand, Postfix& chain) 
     const astType* type = baseType(chain.typed);
     if (type != nullptr && !type->builtin) {
         text structure;
-        bool found = false;
-        for (const auto& known : fieldsOf(type, structure)) {
-            found = found || known->name == field;
-        }
-        if (!found) {
+        const list<astVariable>& fields = fieldsOf(type, structure);
+        if (field_index_.find(fields, field) == nullptr) {
             return reportError("field `%s' does not exist in structure `%s'", field, structure);
         }
     }

@@ -171,8 +171,9 @@ bool parser::impl::checkLabel(const astCaseLabelStatement& label, SwitchLabels& 
                                     ? static_cast<std::uint32_t>(as<astIntConstant>(folded)->value)
                                     : as<astUIntConstant>(folded)->value;
     std::vector<std::uint32_t>& values = is_signed ? seen.signedValues : seen.unsignedValues;
-    if (std::find(values.begin(), values.end(), value) == values.end()) {
-        values.push_back(value);
+    const auto place = std::lower_bound(values.begin(), values.end(), value);
+    if (place == values.end() || *place != value) {
+        values.insert(place, value);
         return true;
     }
     char digits[16];

@@ -14,6 +14,10 @@ namespace {
 constexpr std::size_t kScratchBytes = 3072;
 constexpr std::size_t kLongestMessage = 511;
 
+// What may be written into the texts of folded constants: the base, and so much per byte of source.
+constexpr std::size_t kConstantTextBase = std::size_t{8} << 20;
+constexpr std::size_t kConstantTextPerByte = 64;
+
 std::string_view decimal(std::int64_t value, char (&digits)[24]) {
     const auto result = std::to_chars(digits, digits + sizeof(digits), value);
     return {digits, static_cast<std::size_t>(result.ptr - digits)};
@@ -63,6 +67,7 @@ parser::impl::impl(const char* source, const char* fileName)
         home_ = arena::create(sizeof(astTU) + 1024 + std::min<std::size_t>(length * 2, 65536));
         scratch_ = arena::create(kScratchBytes);
         lexer_ = scratch_->make<lexer>(source, *home_, *scratch_);
+        constant_text_left_ = kConstantTextBase + kConstantTextPerByte * length;
         collected_.reserve(64);
         records_.reserve(4);
         qualifiers_.reserve(2);

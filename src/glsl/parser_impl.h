@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "glsl/field_index.h"
 #include "glsl/keywords.h"
 #include "glsl/lexer.h"
 #include "glsl/parser.h"
@@ -225,9 +226,11 @@ private:
     astBuiltin* builtins_[kKeywordCount] = {};
     std::uint32_t scope_ = 0;  // number of the innermost scope; 0 for the global one
     std::uint32_t scopes_made_ = 0;
-    std::uint32_t depth_ = 0;   // levels that the parser is in
-    std::uint32_t height_ = 0;  // levels in the expression parsed last
+    std::uint32_t depth_ = 0;             // levels that the parser is in
+    std::uint32_t height_ = 0;            // levels in the expression parsed last
+    std::size_t constant_text_left_ = 0;  // bytes that the texts of folded constants may yet take
     bool too_deep_ = false;
+    FieldIndex field_index_;
     std::vector<astNode*> collected_;
     std::vector<TopLevel> records_;       // declarations of the lists in progress
     std::vector<Qualifiers> qualifiers_;  // qualifier groups of the items in progress

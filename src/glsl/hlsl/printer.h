@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "glsl/ast.h"
+#include "glsl/field_index.h"
 #include "glsl/hlsl/print_tu.h"
 #include "glsl/hlsl/result_classes.h"
 #include "glsl/hlsl/scope_stack.h"
@@ -103,6 +104,7 @@ private:
     void printFields(const list<astVariable>& fields);
 
     // ---- expressions (printer_expressions.cpp)
+    astVariable* findField(const astType* type, std::string_view name);
     Value printExpression(astExpression* expression);
     Value printLeaf(astExpression& expression);
     Value printVariableUse(astVariable* variable);
@@ -259,6 +261,7 @@ private:
     size_t varyingsBegin_ = 0;
     uint32_t uniformCount_ = 0;
 
+    FieldIndex field_index_;
     uint32_t depth_ = 0;         // nested expressions and statements
     uint32_t twofoldDepth_ = 0;  // nested walks whose text may be dropped
     bool isTextStale_ = false;   // since the outermost of them began

@@ -77,18 +77,12 @@ const list<astVariable>* fieldsOf(const astType* type) {
     return block != nullptr ? &block->fields : nullptr;
 }
 
-astVariable* findField(const astType* type, std::string_view name) {
-    if (const list<astVariable>* fields = fieldsOf(type)) {
-        for (astVariable* const field : *fields) {
-            if (field != nullptr && field->name == name) {
-                return field;
-            }
-        }
-    }
-    return nullptr;
-}
-
 }  // namespace
+
+astVariable* Printer::findField(const astType* type, std::string_view name) {
+    const list<astVariable>* fields = fieldsOf(type);
+    return fields == nullptr ? nullptr : field_index_.find(*fields, name);
+}
 
 Value Printer::printExpression(astExpression* expression) {
     if (depth_ == kMaxPrintDepth) {

@@ -212,5 +212,41 @@ TEST(BranchesTest, ThousandsOfConditionalsAreAllWorked) {
     EXPECT_EQ(tokensOf(source), expected + "end");
 }
 
+// What is a comment to the first search, from outside the string, is none to the second.
+TEST(BranchesTest, AQuoteEndsWhatASearchSays) {
+    EXPECT_EQ(tokensOf("#ifdef A\n#else\n\"/*\"\n#ifdef A\n#else\na #endif b \"*/\" #endif\nc"),
+              "string:/* id:a id:b string:*/ id:c end");
+    // No blanks go into a string.
+    const std::string far(5000, '\n');
+    EXPECT_EQ(tokensOf("#ifdef A\n#else\n" + far + "\"a\n#endif\n\""), "string:a\n\n end");
+}
+
+TEST(BranchesTest, AnEndifFarAheadGoesLikeANearOne) {
+    const std::string far(5000, '\n');
+    const std::string source = "#ifdef NO\n#else" + far;
+    EXPECT_EQ(placedTokensOf(source + "#endif\na"), "id:a@5003:2 end@5003:2");
+    EXPECT_EQ(placedTokensOf(source + "  #endif\t \n a"), "id:a@5003:3 end@5003:3");
+    EXPECT_EQ(placedTokensOf(source + "#endif a"), "id:a@5002:3 end@5002:3");
+    EXPECT_EQ(placedTokensOf(source + "b #endif"), "id:b@5002:2 end@5002:3");
+    EXPECT_EQ(tokensOf(source + "b#endif_c"), "id:b_c end");
+    EXPECT_EQ(tokensOf(source + "#endif\n#endif"), "!5003:7:Unsupported directive");
+}
+
+// Each #else takes the first #endif that is left, all of them behind all of the #else.
+TEST(BranchesTest, ThousandsOfConditionalsInEachOthersElseAreAllWorked) {
+    std::string source;
+    std::string expected;
+    for (int i = 0; i < 40000; ++i) {
+        source += "#ifdef NO\n#else\n;";
+        expected += "; ";
+    }
+    for (int i = 0; i < 40000; ++i) {
+        source += "#endif\nv\n";
+        expected += "id:v ";
+    }
+    EXPECT_EQ(tokensOf(source), expected + "end");
+    EXPECT_EQ(tokensOf(source + "#endif"), expected + "!160001:7:Unsupported directive");
+}
+
 }  // namespace
 }  // namespace glsl

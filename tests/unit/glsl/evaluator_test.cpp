@@ -195,5 +195,47 @@ TEST(EvaluatorTest, NegativeZeroAndInfinityKeepTheirBits) {
     EXPECT_TRUE(std::isinf(as<astFloatConstant>(unit->globals[1]->initialValue)->value));
 }
 
+// Each constant is twice as long as the one before.
+std::string doublings(int count) {
+    std::string source = "const float c0 = 1.0;\n";
+    for (int i = 1; i <= count; ++i) {
+        const std::string before = "c" + std::to_string(i - 1);
+        source += "const float c" + std::to_string(i) + " = " + before + "*" + before + ";\n";
+    }
+    return source;
+}
+
+TEST(EvaluatorTest, TextsOfTextsAreJoinedUpToALimit) {
+    const std::string source = doublings(12);
+    parser reader(source.c_str(), "codeDX");
+    const ptr<astTU> unit = reader.parse(kShaderFragment);
+    ASSERT_NE(unit, nullptr);
+    const text joined = as<astFloatConstant>(unit->globals[12]->initialValue)->text;
+    EXPECT_EQ(joined.size(), 4096u * 4 - 1);
+    EXPECT_EQ(joined.substr(0, 8), "1.0*1.0*");
+    EXPECT_EQ(joined.substr(joined.size() - 7), "1.0*1.0");
+
+    EXPECT_EQ(firstError(doublings(200)), "22:27:Out of memory");
+    std::string minus = "const double c0 = 1.0lf;\n";
+    for (int i = 1; i <= 40000; ++i) {
+        minus += "const double c" + std::to_string(i) + "=-c" + std::to_string(i - 1) + ";\n";
+    }
+    EXPECT_NE(firstError(minus).find(":Out of memory"), std::string::npos);
+}
+
+TEST(EvaluatorTest, ALongConstantMayBeUsedAsOftenAsOneLikes) {
+    std::string source = doublings(19) + "float a[9]; void f() { ";
+    for (int i = 0; i < 20000; ++i) {
+        source += "a[c19]=c19;";
+    }
+    EXPECT_EQ(firstError(source + " }"), "none");
+    // What is only compared is written all the same.
+    source = doublings(19);
+    for (int i = 0; i < 20; ++i) {
+        source += "const bool b" + std::to_string(i) + " = c19 + c19 > 1.0;\n";
+    }
+    EXPECT_NE(firstError(source).find(":Out of memory"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace glsl

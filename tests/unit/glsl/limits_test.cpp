@@ -293,6 +293,22 @@ TEST(LimitsTest, MacrosThatGrowWithoutEndAreRefused) {
     EXPECT_EQ(message(source + repeated("a ", 100)), "Out of memory");
 }
 
+// `form` again and again with the number of the round, from 1 on, for `@` and the one before for
+// `^`.
+std::string numbered(const std::string& form, std::size_t bytes) {
+    std::string result;
+    for (std::size_t i = 1; result.size() < bytes; ++i) {
+        for (const char c : form) {
+            if (c == '@' || c == '^') {
+                result += std::to_string(c == '@' ? i : i - 1);
+            } else {
+                result += c;
+            }
+        }
+    }
+    return result;
+}
+
 // Texts that each cost time in a way of their own. Nothing is timed here: one that were read again
 // from its beginning for each of its parts would run into the program's time limit.
 TEST(LimitsTest, ALongTextOfTroubleEnds) {
@@ -327,6 +343,10 @@ TEST(LimitsTest, ALongTextOfTroubleEnds) {
         "void f(int x) { " + fill("if (x) $"),
         "void f(int x) { switch (x) { " + fill("case 1+1:"),
         "const int x = " + fill("(1|1)+") + "1;",
+        "void f(int x) { switch (x) { " + numbered("case @: ;", kBytes) + "}}",
+        "struct S { " + numbered("float a@;", kBytes / 2) + "}; void f() { S s; " +
+            numbered("s.a@;", kBytes / 3) + "}",
+        "const float k0 = 1.0;" + numbered("const float k@ = k^ * 2.0;", kBytes),
     };
     for (const std::string& source : sources) {
         SCOPED_TRACE(source.substr(0, 40));
