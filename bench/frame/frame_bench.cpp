@@ -1,6 +1,9 @@
 /// Measures compiles and frames of the library on Windows, loaded as an editor loads it.
 
+#include <windows.h>
+
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <fstream>
 #include <functional>
 #include <iostream>
@@ -53,9 +56,7 @@ int run(const Options& options) {
     return 0;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int measure(int argc, char** argv) {
     Options options;
     CLI::App app("Measures compiles and frames of the library.");
     app.add_option("--json", options.json, "write the tables to this file too");
@@ -76,4 +77,14 @@ int main(int argc, char** argv) {
         std::cerr << "error: " << error.what() << '\n';
         return 1;
     }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const int status = measure(argc, argv);
+    // Not by return: Wine's own threads sometimes hang or crash while a process that drew ends.
+    std::cout.flush();
+    std::fflush(nullptr);
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(status));
 }

@@ -227,18 +227,21 @@ void HandFrame::unbind() {
     deferred_->PSSetShaderResources(0, 1, &no_view);
 }
 
-HandFrame::Com<ID3D11DeviceContext> HandFrame::execute() {
-    Com<ID3D11CommandList> list;
-    check(deferred_->FinishCommandList(FALSE, &list), "FinishCommandList");
-    Com<ID3D11DeviceContext> immediate;
-    device_->GetImmediateContext(&immediate);
-    immediate->ExecuteCommandList(list.Get(), FALSE);
-    return immediate;
+HandFrame::Executed HandFrame::execute() {
+    Executed executed;
+    check(deferred_->FinishCommandList(FALSE, &executed.list), "FinishCommandList");
+    device_->GetImmediateContext(&executed.immediate);
+    executed.immediate->ExecuteCommandList(executed.list.Get(), FALSE);
+    if (!same_calls()) {
+        executed.list.Reset();
+    }
+    return executed;
 }
 
 void HandFrame::read_back() {
     deferred_->CopyResource(staging_.Get(), target_.texture.Get());
-    const Com<ID3D11DeviceContext> immediate = execute();
+    const Executed executed = execute();
+    ID3D11DeviceContext* const immediate = executed.immediate.Get();
     D3D11_MAPPED_SUBRESOURCE mapped = {};
     HRESULT code = DXGI_ERROR_WAS_STILL_DRAWING;
     while (code == DXGI_ERROR_WAS_STILL_DRAWING) {

@@ -48,6 +48,11 @@ private:
         Com<ID3D11SamplerState> sampler;
     };
 
+    struct Executed {
+        Com<ID3D11CommandList> list;
+        Com<ID3D11DeviceContext> immediate;
+    };
+
     Picture make_picture(UINT bind);
     Com<ID3D11Buffer> make_buffer(UINT bytes, D3D11_USAGE usage, UINT bind, UINT access,
                                   const void* data);
@@ -62,7 +67,9 @@ private:
     void fill_constants();
     void check_device();
     void unbind();
-    Com<ID3D11DeviceContext> execute();
+    // Hands what was recorded to the device. The library lets go of a list when the frame is done,
+    // after the read-back.
+    Executed execute();
     void read_back();
 
     ID3D11Device* device_;  // the caller's
