@@ -151,8 +151,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Sources branched = sources;
     branched.fragment = with_branch(sources.fragment, chosen);
     if (!branched.fragment.empty() && result != "refused") {
-        if (getenv("DBG"))
-            fprintf(stderr, "BR %d\n", chosen.branch);
         fuzz::require(result == translated(branched, chosen, false),
                       "branches that are cut change nothing");
     }
