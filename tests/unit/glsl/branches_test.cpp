@@ -221,6 +221,12 @@ TEST(BranchesTest, AQuoteEndsWhatASearchSays) {
     EXPECT_EQ(tokensOf("#ifdef A\n#else\n" + far + "\"a\n#endif\n\""), "string:a\n\n end");
 }
 
+// The bytes around an #endif that is gone may begin a comment.
+TEST(BranchesTest, ATextJoinedByACutIsSearchedAnew) {
+    EXPECT_EQ(tokensOf("#ifdef A\n#else\n#ifdef A\n#else\na /#endif* #endif */ b #endif c"),
+              "id:a id:b id:c end");
+}
+
 TEST(BranchesTest, AnEndifFarAheadGoesLikeANearOne) {
     const std::string far(5000, '\n');
     const std::string source = "#ifdef NO\n#else" + far;
@@ -229,6 +235,9 @@ TEST(BranchesTest, AnEndifFarAheadGoesLikeANearOne) {
     EXPECT_EQ(placedTokensOf(source + "#endif a"), "id:a@5002:3 end@5002:3");
     EXPECT_EQ(placedTokensOf(source + "b #endif"), "id:b@5002:2 end@5002:3");
     EXPECT_EQ(tokensOf(source + "b#endif_c"), "id:b_c end");
+    // Blanks at the end of the line would become the macro's.
+    EXPECT_EQ(tokensOf(source + "#endif #define X 1\n#if X == 1\nb\n#endif\n"),
+              "define:X=1 id:b end");
     EXPECT_EQ(tokensOf(source + "#endif\n#endif"), "!5003:7:Unsupported directive");
 }
 
